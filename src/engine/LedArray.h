@@ -1,0 +1,28 @@
+#pragma once
+
+#include <vector>
+
+/// One LED video screen as the user describes it, and how it hangs on a truss: as equal point
+/// loads, one for each started half metre of its width.
+struct LedArray
+{
+    float width = 0.0F;                ///< [m]
+    float height = 0.0F;               ///< [m]
+    float weightM2 = 0.0F;             ///< panels [kg/m²]
+    float bumperWeightPerMeter = 0.0F; ///< flying bar [kg/m]
+    float cableWeightPercent = 0.0F;   ///< allowance on panels and bar [%]
+
+    /// Panels over the whole area plus the bar over the width, plus the cable allowance [kg].
+    [[nodiscard]] float totalWeight() const;
+    /// Segments that the width asks for, from 1 to `LARGEST_SEGMENT_COUNT`.
+    [[nodiscard]] int segmentCount() const;
+    /// The total weight shared equally among `segmentCount()` [kg].
+    [[nodiscard]] float segmentMass() const;
+    /// Where the segments hang [m from the left end] when the screen is centred at `centre` [m] of
+    /// a truss of `trussLength` [m]. The first is always there; those beyond the screen's or the
+    /// truss's right end are left out, and the rest keep their mass.
+    [[nodiscard]] std::vector<float> segmentPositions(float centre, float trussLength) const;
+
+    /// Bounds what a width of a billion metres asks for: a screen of 50 km.
+    static constexpr int LARGEST_SEGMENT_COUNT = 100'000;
+};

@@ -1,0 +1,69 @@
+#include "engine/Numbers.h"
+
+#include <cmath>
+#include <limits>
+
+namespace
+{
+
+/// No screen and no printed page is this wide [px].
+constexpr float LARGEST_PIXEL = 1'000'000.0F;
+
+/// The largest single-precision number below 2^31.
+constexpr float LARGEST_INTEGER = 2'147'483'520.0F;
+
+int truncated(float value, float limit)
+{
+    if (std::isnan(value))
+        return 0;
+    if (value >= limit)
+        return static_cast<int>(limit);
+    if (value <= -limit)
+        return static_cast<int>(-limit);
+    return static_cast<int>(value);
+}
+
+} // namespace
+
+std::optional<float> Numbers::tryParse(const QString& text)
+{
+    bool parsed = false;
+    const float value = text.toFloat(&parsed);
+    if (!parsed || !std::isfinite(value))
+        return std::nullopt;
+    return value;
+}
+
+float Numbers::parseNumber(const QString& text)
+{
+    return tryParse(text).value_or(0.0F);
+}
+
+QString Numbers::fixed(float value, int decimals)
+{
+    return QString::number(static_cast<double>(value), 'f', decimals);
+}
+
+QString Numbers::general(float value)
+{
+    return QString::number(static_cast<double>(value), 'g', 6);
+}
+
+int Numbers::toPixel(float value)
+{
+    return truncated(value, LARGEST_PIXEL);
+}
+
+int Numbers::toInteger(float value)
+{
+    return truncated(value, LARGEST_INTEGER);
+}
+
+float Numbers::toSingle(double value)
+{
+    if (std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max()))
+        return static_cast<float>(value);
+    if (std::isnan(value))
+        return std::numeric_limits<float>::quiet_NaN();
+    return value > 0.0 ? std::numeric_limits<float>::infinity() : -std::numeric_limits<float>::infinity();
+}

@@ -1,0 +1,164 @@
+#pragma once
+
+#include "canvas/CanvasHost.h"
+#include "engine/LoadLogic.h"
+
+#include <QList>
+#include <QMainWindow>
+#include <QTimer>
+
+#include <deque>
+#include <optional>
+
+class ControlsGroup;
+class LedGroup;
+class LoadPanel;
+class MotorPanel;
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QStackedWidget;
+class QTabBar;
+class QVBoxLayout;
+class ReportPage;
+class TrussGroup;
+class TrussView;
+
+/// The one window: tabs of projects over the drawing and its controls, and the report page.
+///
+/// The engine holds the project of the current tab; every other one waits as a snapshot in
+/// `projects`. The window decides what an action does; the fields live in small widgets of their
+/// own (`MotorPanel`, `LoadPanel`, `ControlsGroup`, `TrussGroup`, `LedGroup`, `ReportPage`).
+class MainWindow : public QMainWindow, public CanvasHost
+{
+    Q_OBJECT
+    Q_INTERFACES(CanvasHost)
+
+public: // construction
+    explicit MainWindow(QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+public:                                            // state
+    QList<LoadLogic::ProjectState> projects;       ///< one snapshot for each tab, in tab order
+    int currentProjectIndex = 0;                   ///< the tab whose project is in the engine
+    std::deque<LoadLogic::ProjectState> undoStack; ///< newest at the back, shared by all tabs
+    int selectedLoadId = -1;                       ///< -1 for none
+    int selectedMotorIndex = -1;                   ///< index in the engine's list, -1 for none
+    int projectCounter = 100;                      ///< travels with the snapshots, unused otherwise
+    bool isRestoring = false;                      ///< fields are being filled, not typed in
+    bool blinkOn = false;                          ///< phase of the warnings
+    QTimer* blinkTimer = nullptr;
+
+public: // snapshots and undo (MainWindowSnapshots.cpp)
+    [[nodiscard]] LoadLogic::ProjectState captureCurrentState() const;
+    /// Makes `s` the current project and fills the fields; calculates and repaints nothing.
+    void restoreProjectState(const LoadLogic::ProjectState& s);
+    void pushUndoState() override;
+    void undo();
+
+public: // results (MainWindowResults.cpp)
+    void updateCalculations() override;
+    void validateInputs();
+    [[nodiscard]] static QString formatCoordinate(float x);
+
+public: // selection and panels (MainWindowPanels.cpp)
+    [[nodiscard]] int selectedLoad() const override;
+    void showMotorProperties(int index) override;
+    void showLoadProperties(int id) override;
+    void hidePropertyPanels() override;
+    void onMotorPropertyChanged();
+    void onLoadPropertyChanged();
+    void deleteSelectedMotor();
+    void deleteSelectedLoad();
+
+public: // what the canvas asks for (MainWindowCanvas.cpp)
+    void onPositionChanged(int perMille) override;
+    void loadDragBegan() override;
+    void arrayDragBegan(const LoadLogic::ActiveLoad& segment) override;
+    void editArrayParameters(LoadLogic::ActiveLoad segment) override;
+    void clearLoadSelection() override;
+
+public: // screens (MainWindowScreens.cpp)
+    /// Builds the array of the selected segment again from the screen fields, centred at `x` [m];
+    /// a negative `x` keeps its centre.
+    void updateSelectedLED(float x);
+
+public: // files (io/MainWindowFiles.cpp)
+    /// Opens the project file at `path` into the current tab; a failure is told in a box.
+    /// Returns whether it was opened.
+    bool openProjectFile(const QString& path);
+    /// Opens the first of `paths` into the current tab and each further one into a new tab that
+    /// takes the name in the file; with more than one path the first tab takes its name as well.
+    void openProjectFiles(const QStringList& paths);
+
+public: // overrides
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+public slots:
+    void onMassChanged(const QString& text);
+    void onAddMotorClicked();
+    void onAddLoadClicked();
+    void onAddLEDLoadClicked();
+    void onGenerateReportClicked();
+    void onBackToDesignClicked();
+    void onPrintReportClicked();
+    void onInfoClicked();
+    void onResetProjectClicked();
+    void onDynamicFactorClicked();
+    void onOpenUserGuideClicked();
+    void onTrussLengthChanged(const QString& text);
+    void onTrussWeightChanged(const QString& text);
+    void onCPLChanged(const QString& text);
+    void onLEDParamChanged(const QString& text);
+    void onLoadNameChanged(const QString& text);
+    void onTabChanged(int index);
+    void onAddTab();
+    void onCloseTab(int index);
+    void onRenameTab(int index);
+    void onSaveProjectClicked();
+    void onLoadProjectClicked();
+
+private: // set-up (MainWindowSetup.cpp)
+    void setupUI();
+    void loadFirstProject();
+    void startBlinking();
+    void sizeToScreen();
+    [[nodiscard]] QWidget* buildDesignPage();
+    [[nodiscard]] QWidget* buildHeaderRow();
+    [[nodiscard]] QWidget* buildTabRow();
+    [[nodiscard]] QLayout* buildWorkRow();
+    [[nodiscard]] QWidget* buildCanvasColumn();
+    [[nodiscard]] QWidget* buildControlColumn();
+    void connectPanels();
+    void connectControls();
+    /// Builds the report page (io/MainWindowReportPage.cpp).
+    [[nodiscard]] ReportPage* buildReportPage();
+
+private: // tabs (MainWindowTabs.cpp)
+    void showTabMenu(const QPoint& point);
+    void storeCurrentProject();
+    [[nodiscard]] bool isProject(int index) const;
+
+private: // helpers
+    void showStress();
+    void fillSelectedLoadFields();
+    void refreshPanels(const std::optional<LoadLogic::Motor>& selectedMotor);
+    void refreshLoadPanel();
+    void selectLoad(int id);
+    [[nodiscard]] std::optional<LoadLogic::Motor> selectedMotor() const;
+    /// A box with the single button OK, modal to this window.
+    void say(int icon, const QString& title, const QString& text);
+
+private: // data
+    QStackedWidget* m_pages = nullptr;
+    QTabBar* m_tabBar = nullptr;
+    QLabel* m_hyperstaticWarning = nullptr;
+    TrussView* m_canvas = nullptr;
+    MotorPanel* m_motorPanel = nullptr;
+    LoadPanel* m_loadPanel = nullptr;
+    ControlsGroup* m_controls = nullptr;
+    TrussGroup* m_truss = nullptr;
+    LedGroup* m_led = nullptr;
+    ReportPage* m_reportPage = nullptr;
+};
