@@ -1,0 +1,1 @@
+# velmora_test(app NAME) for each tst_NAME.cpp of this folder
