@@ -1,1 +1,2 @@
 # velmora_test(app NAME) for each tst_NAME.cpp of this folder
+velmora_test(app locale)

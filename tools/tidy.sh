@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Runs clang-tidy with the checks of .clang-tidy over the program's sources:
+#     tools/tidy.sh [REGULAR EXPRESSION FOR FILES]
+set -euo pipefail
+here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
+# shellcheck source=tools/lib.sh
+source "$here/lib.sh"
+
+need_packages "${velmora_program_packages[@]}" clang-tidy-14
+lock_build
+# Built, not only configured: the sources include what moc and rcc make.
+build debug velmora-master
+unlock_build
+log=$velmora_root/build/tidy.log
+if ! run-clang-tidy-14 -quiet -j "$(nproc)" -p "$velmora_root/build/debug" \
+    "${1:-^$velmora_root/src/}" >"$log" 2>&1; then
+    grep -vE '^(clang-tidy-14|[0-9]+ warnings generated)' "$log" >&2 || true
+    fail "clang-tidy found something"
+fi
+say "clang-tidy found nothing"
