@@ -9,12 +9,12 @@ source "$here/lib.sh"
 need_packages "${velmora_program_packages[@]}" clang-tidy-14
 lock_build
 # Built, not only configured: the sources include what moc and rcc make.
-build debug velmora-master
+build debug
 unlock_build
 log=$velmora_root/build/tidy.log
 if ! run-clang-tidy-14 -quiet -j "$(nproc)" -p "$velmora_root/build/debug" \
     "${1:-^$velmora_root/src/}" >"$log" 2>&1; then
-    grep -vE '^(clang-tidy-14|[0-9]+ warnings generated)' "$log" >&2 || true
+    sed -E 's,\x1b\[[0-9;]*m,,g' "$log" | grep -vE '^(clang-tidy-14|[0-9]+ warnings generated)' >&2 || true
     fail "clang-tidy found something"
 fi
 say "clang-tidy found nothing"
