@@ -13,9 +13,14 @@ constexpr float SEGMENT_PITCH = 0.5F;
 
 } // namespace
 
+// In double precision, where the product of three fields cannot overflow.
 float LedArray::totalWeight() const
 {
-    return (1.0F + cableWeightPercent / 100.0F) * (bumperWeightPerMeter * width + height * width * weightM2);
+    const double w = static_cast<double>(width);
+    const double bar = static_cast<double>(bumperWeightPerMeter) * w;
+    const double panels = static_cast<double>(height) * w * static_cast<double>(weightM2);
+    const double allowance = 1.0 + static_cast<double>(cableWeightPercent) / 100.0;
+    return Numbers::toSingle(allowance * (bar + panels));
 }
 
 int LedArray::segmentCount() const

@@ -128,6 +128,8 @@ int LoadLogic::IndexOfMotor(const Motor& motor)
 
 LoadLogic::ActiveLoad* LoadLogic::FindLoad(int id)
 {
+    if (id == -1)
+        return nullptr;
     const auto found = std::find_if(ActiveLoads.cbegin(), ActiveLoads.cend(),
                                     [id](const ActiveLoad& load) { return load.id == id; });
     return found == ActiveLoads.cend() ? nullptr : &ActiveLoads[found - ActiveLoads.cbegin()];

@@ -123,7 +123,7 @@ public: // queries
     /// Where `motor` now stands in `MotorList`: the one with its id and position, else the first
     /// with its id, else -1. Opened files may repeat an id, hence the position.
     static int IndexOfMotor(const Motor& motor);
-    /// The first load with this id, or nothing. Invalid once `ActiveLoads` changes.
+    /// The first load with this id, or nothing; -1 stands for no load. Invalid once `ActiveLoads` changes.
     static ActiveLoad* FindLoad(int id);
     /// What a motor is called: its model name, or "M" and its id when that is empty.
     static QString MotorTitle(const Motor& motor);

@@ -1,5 +1,6 @@
 #include "engine/Numbers.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -61,9 +62,8 @@ int Numbers::toInteger(float value)
 
 float Numbers::toSingle(double value)
 {
-    if (std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max()))
-        return static_cast<float>(value);
     if (std::isnan(value))
-        return std::numeric_limits<float>::quiet_NaN();
-    return value > 0.0 ? std::numeric_limits<float>::infinity() : -std::numeric_limits<float>::infinity();
+        return 0.0F;
+    const double largest = static_cast<double>(std::numeric_limits<float>::max());
+    return static_cast<float>(std::clamp(value, -largest, largest));
 }

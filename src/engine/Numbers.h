@@ -29,7 +29,8 @@ int toPixel(float value);
 /// `value` truncated toward zero; not-a-number gives 0, and beyond the integers it saturates.
 int toInteger(float value);
 
-/// `value` in single precision; beyond its range the infinity of the same sign.
+/// `value` in single precision; beyond its range it saturates, so that what is computed from it never
+/// becomes infinity minus infinity. Not-a-number gives 0.
 float toSingle(double value);
 
 } // namespace Numbers

@@ -5,22 +5,20 @@
 
 #include <QList>
 #include <QMainWindow>
-#include <QTimer>
 
 #include <deque>
 #include <optional>
 
 class ControlsGroup;
+struct LedArray;
 class LedGroup;
 class LoadPanel;
 class MotorPanel;
-class QHBoxLayout;
 class QLabel;
-class QLineEdit;
-class QPushButton;
+class QLayout;
 class QStackedWidget;
 class QTabBar;
-class QVBoxLayout;
+class QTimer;
 class ReportPage;
 class TrussGroup;
 class TrussView;
@@ -132,23 +130,38 @@ private: // set-up (MainWindowSetup.cpp)
     [[nodiscard]] QWidget* buildControlColumn();
     void connectPanels();
     void connectControls();
-    /// Builds the report page (io/MainWindowReportPage.cpp).
-    [[nodiscard]] ReportPage* buildReportPage();
+    /// Builds the report page and keeps it in `m_reportPage` (io/MainWindowReportPage.cpp).
+    [[nodiscard]] QWidget* buildReportPage();
 
 private: // tabs (MainWindowTabs.cpp)
     void showTabMenu(const QPoint& point);
     void storeCurrentProject();
     [[nodiscard]] bool isProject(int index) const;
 
-private: // helpers
-    void showStress();
-    void fillSelectedLoadFields();
-    void refreshPanels(const std::optional<LoadLogic::Motor>& selectedMotor);
+private: // selection, kept true to what the engine holds
+    [[nodiscard]] std::optional<LoadLogic::Motor> selectedMotor() const;
+    /// Whether the open panel stands for something else than what is selected.
+    [[nodiscard]] bool isMotorPanelStale() const;
+    [[nodiscard]] bool isLoadPanelStale() const;
+    void followSelectedMotor(const LoadLogic::Motor& motor);
+    void keepMotorPanelTrue();
+    void refreshPanels(const std::optional<LoadLogic::Motor>& motor);
     void refreshLoadPanel();
     void selectLoad(int id);
-    [[nodiscard]] std::optional<LoadLogic::Motor> selectedMotor() const;
-    /// A box with the single button OK, modal to this window.
+    void fillSelectedLoadFields();
+
+private: // helpers
+    void editTrussValue(const QString& text, float& value);
+    void scaleLoads(float ratio);
+    void showSelectedScreenSize();
+    void placeLoads(float mass, const QString& name, int count);
+    void placeNumberedScreen(const LedArray& screen, float centre, int number);
+    /// Hangs `screen` centred at `centre` [m]; returns the id of its first segment.
+    [[nodiscard]] int placeScreen(const LedArray& screen, float centre, int groupId);
+    /// A box with the single button OK, modal to this window; `icon` is a `QMessageBox::Icon`.
     void say(int icon, const QString& title, const QString& text);
+    /// A question box with Yes and No, where No is the default.
+    [[nodiscard]] bool confirm(const QString& title, const QString& text);
 
 private: // data
     QStackedWidget* m_pages = nullptr;

@@ -1,0 +1,71 @@
+#include "ui/FieldKeys.h"
+
+#include "canvas/CanvasHost.h"
+
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QValidator>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+bool takesNumbers(const QObject* object)
+{
+    if (qobject_cast<const QAbstractSpinBox*>(object) != nullptr)
+        return true;
+    const auto* field = qobject_cast<const QLineEdit*>(object);
+    if (field == nullptr)
+        return false;
+    return field->inputMethodHints().testFlag(Qt::ImhFormattedNumbersOnly)
+           || qobject_cast<const QAbstractSpinBox*>(field->parentWidget()) != nullptr
+           || qobject_cast<const QDoubleValidator*>(field->validator()) != nullptr
+           || qobject_cast<const QIntValidator*>(field->validator()) != nullptr;
+}
+
+/// Whether `object` is a field that stands in the window itself, not in a dialog over it.
+bool standsInWindow(const QObject* object)
+{
+    const auto* widget = qobject_cast<const QWidget*>(object);
+    return widget != nullptr && qobject_cast<CanvasHost*>(widget->window()) != nullptr;
+}
+
+} // namespace
+
+FieldKeys::FieldKeys(QObject* parent)
+    : QObject(parent)
+{
+}
+
+void FieldKeys::install()
+{
+    if (qApp->findChild<FieldKeys*>(QString(), Qt::FindDirectChildrenOnly) == nullptr)
+        qApp->installEventFilter(new FieldKeys(qApp));
+}
+
+bool FieldKeys::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->matches(QKeySequence::Undo) && standsInWindow(watched)) {
+            key->ignore();
+            return true;
+        }
+        return false;
+    }
+    if (event->type() == QEvent::KeyPress && takesNumbers(watched))
+        return typePoint(watched, *static_cast<QKeyEvent*>(event));
+    return false;
+}
+
+bool FieldKeys::typePoint(QObject* field, const QKeyEvent& comma)
+{
+    if (comma.text() != ","_L1)
+        return false;
+    QKeyEvent point(QEvent::KeyPress, Qt::Key_Period, comma.modifiers(), u"."_s, comma.isAutoRepeat());
+    QCoreApplication::sendEvent(field, &point);
+    return true;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "engine/LoadLogic.h"
+#include "ui/PropertyPanel.h"
+
+/// The fields of the selected load.
+class LoadPanel : public PropertyPanel
+{
+    Q_OBJECT
+
+public: // construction
+    LoadPanel();
+
+public: // queries
+    /// Id of the load that the fields stand for, -1 for none.
+    [[nodiscard]] int shownId() const;
+
+public: // commands
+    /// Fills the fields from `load`.
+    void showLoad(const LoadLogic::ActiveLoad& load);
+    /// Writes the fields into `load`; a mass that does not parse counts as 0.
+    void applyTo(LoadLogic::ActiveLoad& load) const;
+    /// The fields keep their texts but stand for no load any more, and cannot be edited.
+    void forgetLoad();
+
+private: // data
+    QLineEdit* m_name = nullptr;
+    QLineEdit* m_mass = nullptr;
+    int m_shownId = -1;
+};

@@ -1,0 +1,102 @@
+#include "ui/MainWindow.h"
+
+#include "canvas/TrussView.h"
+#include "ui/FieldKeys.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QMessageBox>
+#include <QPointer>
+#include <QScreen>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int BLINK_INTERVAL = 500; // [ms]
+/// On a lower screen than this the window opens maximised [px].
+constexpr int SMALLEST_FREE_HEIGHT = 800;
+constexpr double WIDTH_SHARE = 0.9;
+constexpr double HEIGHT_SHARE = 0.8;
+
+LoadLogic::ProjectState firstProject()
+{
+    LoadLogic::ProjectState project;
+    project.tabName = u"Proyecto 1"_s;
+    LoadLogic::Motor motor;
+    motor.id = 1;
+    project.motors.append(motor);
+    motor.id = 2;
+    motor.positionX = project.trussLength;
+    project.motors.append(motor);
+    return project;
+}
+
+/// Runs `box` and takes it away; what it shows is plain text. Its window may be destroyed meanwhile.
+int runMessageBox(QMessageBox* box)
+{
+    const QPointer<QMessageBox> guard(box);
+    box->setTextFormat(Qt::PlainText);
+    const int answer = box->exec();
+    delete guard;
+    return answer;
+}
+
+} // namespace
+
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent)
+{
+    projects.append(firstProject());
+    FieldKeys::install();
+    setupUI();
+    loadFirstProject();
+    startBlinking();
+
+    setWindowTitle(u"Velmora Master v2.0 - Engineering Structural Simulation"_s);
+    setWindowIcon(QIcon(u":/icono-app.ico"_s));
+    onLEDParamChanged(QString());
+    sizeToScreen();
+}
+
+MainWindow::~MainWindow() = default;
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::startBlinking()
+{
+    blinkTimer = new QTimer(this);
+    connect(blinkTimer, &QTimer::timeout, this, [this] {
+        blinkOn = !blinkOn;
+        m_canvas->blinkOn = blinkOn;
+        m_canvas->update();
+    });
+    blinkTimer->start(BLINK_INTERVAL);
+}
+
+void MainWindow::sizeToScreen()
+{
+    const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
+    if (available.height() >= SMALLEST_FREE_HEIGHT)
+        resize(static_cast<int>(available.width() * WIDTH_SHARE),
+               static_cast<int>(available.height() * HEIGHT_SHARE));
+    else
+        setWindowState(windowState() | Qt::WindowMaximized);
+}
+
+void MainWindow::say(int icon, const QString& title, const QString& text)
+{
+    runMessageBox(new QMessageBox(static_cast<QMessageBox::Icon>(icon), title, text, QMessageBox::Ok, this));
+}
+
+bool MainWindow::confirm(const QString& title, const QString& text)
+{
+    auto* box = new QMessageBox(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, this);
+    box->setDefaultButton(QMessageBox::No);
+    return runMessageBox(box) == QMessageBox::Yes;
+}

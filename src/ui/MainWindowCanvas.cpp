@@ -1,0 +1,70 @@
+#include "engine/Numbers.h"
+#include "ui/ControlsGroup.h"
+#include "ui/LedGroup.h"
+#include "ui/LoadPanel.h"
+#include "ui/MainWindow.h"
+#include "ui/MotorPanel.h"
+
+namespace
+{
+
+/// Positions are handed over in thousandths of the truss.
+constexpr float PER_MILLE = 1000.0F;
+
+} // namespace
+
+void MainWindow::onPositionChanged(int perMille)
+{
+    if (isRestoring)
+        return;
+    const LoadLogic::ActiveLoad* load = LoadLogic::FindLoad(selectedLoadId);
+    if (perMille == -1 || load == nullptr || !LoadLogic::IsScreen(*load)) {
+        updateCalculations();
+        return;
+    }
+    if (load->groupId == -1)
+        return;
+    updateSelectedLED(static_cast<float>(perMille) / PER_MILLE * LoadLogic::TrussLength);
+    isRestoring = false;
+}
+
+void MainWindow::loadDragBegan()
+{
+    m_led->resetButton();
+}
+
+// The panels stay as they are; what they show is not selected any more.
+void MainWindow::arrayDragBegan(const LoadLogic::ActiveLoad& segment)
+{
+    selectedLoadId = segment.id;
+    selectedMotorIndex = -1;
+    m_motorPanel->forgetMotor();
+    if (m_loadPanel->shownId() != segment.id)
+        m_loadPanel->forgetLoad();
+
+    isRestoring = true;
+    m_led->setTexts({Numbers::fixed(segment.screenWidth, 2), Numbers::fixed(segment.screenHeight, 2),
+                     Numbers::fixed(segment.screenWeightM2, 1),
+                     Numbers::fixed(segment.bumperWeightPerMeter, 1),
+                     Numbers::fixed(segment.cableWeightPercent, 1)});
+    const LedArray screen{segment.screenWidth, segment.screenHeight, segment.screenWeightM2,
+                          segment.bumperWeightPerMeter, segment.cableWeightPercent};
+    m_led->showWeight(screen.totalWeight());
+    isRestoring = false;
+}
+
+void MainWindow::editArrayParameters(LoadLogic::ActiveLoad segment)
+{
+    selectedLoadId = segment.id;
+    selectedMotorIndex = -1;
+    m_led->typeWidth(Numbers::general(segment.screenWidth));
+    m_led->typeHeight(Numbers::fixed(segment.screenHeight, 2));
+    m_led->typeCable(Numbers::fixed(segment.cableWeightPercent, 1));
+}
+
+void MainWindow::clearLoadSelection()
+{
+    selectedLoadId = -1;
+    refreshLoadPanel();
+    m_controls->setMassText({});
+}

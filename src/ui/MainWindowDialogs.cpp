@@ -1,0 +1,98 @@
+#include "canvas/TrussView.h"
+#include "ui/ControlsGroup.h"
+#include "ui/DynamicFactorDialog.h"
+#include "ui/InfoWindow.h"
+#include "ui/LedGroup.h"
+#include "ui/LoadPanel.h"
+#include "ui/MainWindow.h"
+#include "ui/MotorPanel.h"
+#include "ui/TrussGroup.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QMessageBox>
+#include <QPointer>
+#include <QStackedWidget>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// Puts an empty truss with two motors at its ends into the engine.
+void resetEngine()
+{
+    const LoadLogic::ProjectState fresh;
+    LoadLogic::Load(fresh);
+    LoadLogic::TrussStress_Percentage = 0.0F;
+    LoadLogic::isUnstable = false;
+    LoadLogic::Screen_Width = fresh.screenWidth;
+    LoadLogic::Screen_Height = fresh.screenHeight;
+    LoadLogic::Screen_Weight_M2 = fresh.screenWeightM2;
+    LoadLogic::Bumper_Weight_Per_Meter = fresh.bumperWeightPerMeter;
+    LoadLogic::LED_TotalWeight = 0.0F;
+    LoadLogic::AddMotor(0.0F);
+    LoadLogic::AddMotor(fresh.trussLength);
+}
+
+/// The guide beside the program, else the one in the working directory, there or not.
+QString guidePath()
+{
+    const QString name = u"/user_guide.html"_s;
+    const QString installed = QCoreApplication::applicationDirPath() + name;
+    return QFile::exists(installed) ? installed : QDir::currentPath() + name;
+}
+
+} // namespace
+
+void MainWindow::onResetProjectClicked()
+{
+    if (!confirm(u"Restaurar Proyecto"_s, u"¿Estás seguro de que deseas resetear el proyecto?\n"
+                                          "Se perderán todos los motores, cargas y pantallas actuales."_s))
+        return;
+
+    resetEngine();
+    selectedLoadId = -1;
+    m_motorPanel->forgetMotor();
+    m_loadPanel->forgetLoad();
+
+    isRestoring = true;
+    m_truss->setTexts(u"12"_s, u"8.4"_s, u"1600"_s);
+    m_led->setTexts({u"4.00"_s, u"3.00"_s, u"40.0"_s, u"10.0"_s, u"7.0"_s});
+    m_led->showWeight(0.0F);
+    m_led->resetButton();
+    m_controls->setMassText(u"5"_s);
+    isRestoring = false;
+
+    m_pages->setCurrentIndex(0);
+    updateCalculations();
+    m_canvas->update();
+}
+
+void MainWindow::onOpenUserGuideClicked()
+{
+    const QString path = guidePath();
+    if (QFile::exists(path))
+        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    else
+        say(QMessageBox::Warning, u"Error"_s, u"No se pudo encontrar el archivo: "_s + path);
+}
+
+void MainWindow::onInfoClicked()
+{
+    // The window may be closed, and the dialog with it, while it is open.
+    const QPointer<InfoWindow> info = new InfoWindow(this);
+    info->exec();
+    delete info;
+}
+
+void MainWindow::onDynamicFactorClicked()
+{
+    LoadLogic::CalcularReacciones();
+    auto* dialog = new DynamicFactorDialog(this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->exec();
+}

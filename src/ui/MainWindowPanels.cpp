@@ -1,0 +1,174 @@
+#include "canvas/TrussView.h"
+#include "ui/LoadPanel.h"
+#include "ui/MainWindow.h"
+#include "ui/MotorPanel.h"
+
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace
+{
+
+bool isMotor(int index)
+{
+    return index >= 0 && index < LoadLogic::MotorList.size();
+}
+
+} // namespace
+
+int MainWindow::selectedLoad() const
+{
+    return selectedLoadId;
+}
+
+void MainWindow::showMotorProperties(int index)
+{
+    if (!isMotor(index))
+        return;
+    selectedMotorIndex = index;
+    selectedLoadId = -1;
+
+    isRestoring = true;
+    m_motorPanel->showMotor(LoadLogic::MotorList.at(index));
+    m_loadPanel->hide();
+    m_motorPanel->show();
+    isRestoring = false;
+}
+
+void MainWindow::showLoadProperties(int id)
+{
+    selectedLoadId = id;
+    selectedMotorIndex = -1;
+    const LoadLogic::ActiveLoad* load = LoadLogic::FindLoad(id);
+    if (load == nullptr)
+        return;
+
+    isRestoring = true;
+    m_loadPanel->showLoad(*load);
+    m_motorPanel->hide();
+    m_loadPanel->show();
+    isRestoring = false;
+}
+
+void MainWindow::hidePropertyPanels()
+{
+    selectedLoadId = -1;
+    selectedMotorIndex = -1;
+    m_motorPanel->hide();
+    m_loadPanel->hide();
+}
+
+void MainWindow::onMotorPropertyChanged()
+{
+    if (isRestoring || !isMotor(selectedMotorIndex) || isMotorPanelStale())
+        return;
+    pushUndoState();
+    m_motorPanel->applyTo(LoadLogic::MotorList[selectedMotorIndex]);
+    updateCalculations();
+}
+
+void MainWindow::deleteSelectedMotor()
+{
+    if (!isMotor(selectedMotorIndex) || isMotorPanelStale())
+        return;
+    pushUndoState();
+    LoadLogic::MotorList.removeAt(selectedMotorIndex);
+    hidePropertyPanels();
+    updateCalculations();
+}
+
+void MainWindow::onLoadPropertyChanged()
+{
+    if (isRestoring || selectedLoadId == -1 || isLoadPanelStale())
+        return;
+    pushUndoState();
+    if (LoadLogic::ActiveLoad* load = LoadLogic::FindLoad(selectedLoadId))
+        m_loadPanel->applyTo(*load);
+    updateCalculations();
+}
+
+void MainWindow::deleteSelectedLoad()
+{
+    if (selectedLoadId == -1 || isLoadPanelStale())
+        return;
+    pushUndoState();
+    LoadLogic::ActiveLoads.removeIf(
+        [this](const LoadLogic::ActiveLoad& load) { return load.id == selectedLoadId; });
+    hidePropertyPanels();
+    updateCalculations();
+}
+
+std::optional<LoadLogic::Motor> MainWindow::selectedMotor() const
+{
+    if (!isMotor(selectedMotorIndex))
+        return std::nullopt;
+    return LoadLogic::MotorList.at(selectedMotorIndex);
+}
+
+bool MainWindow::isMotorPanelStale() const
+{
+    return !m_motorPanel->isHidden()
+           && (!isMotor(selectedMotorIndex)
+               || LoadLogic::MotorList.at(selectedMotorIndex).id != m_motorPanel->shownId());
+}
+
+bool MainWindow::isLoadPanelStale() const
+{
+    return !m_loadPanel->isHidden() && m_loadPanel->shownId() != selectedLoadId;
+}
+
+void MainWindow::followSelectedMotor(const LoadLogic::Motor& motor)
+{
+    const int index = LoadLogic::IndexOfMotor(motor);
+    if (index >= 0)
+        selectedMotorIndex = index;
+}
+
+// A motor that was deleted on the canvas takes its panel along. A panel that stands for no motor
+// at all, as after a reset, stays as it is; its fields edit nothing.
+void MainWindow::keepMotorPanelTrue()
+{
+    if (selectedMotorIndex == -1 || m_motorPanel->shownId() == -1 || !isMotorPanelStale())
+        return;
+    const auto shown = std::find_if(
+        LoadLogic::MotorList.cbegin(), LoadLogic::MotorList.cend(),
+        [id = m_motorPanel->shownId()](const LoadLogic::Motor& motor) { return motor.id == id; });
+    if (shown == LoadLogic::MotorList.cend())
+        m_motorPanel->hide();
+    else
+        selectedMotorIndex = static_cast<int>(shown - LoadLogic::MotorList.cbegin());
+}
+
+// After another project or another state of it came into the engine: the panels follow what they
+// stand for, or go. A restored load selection ends that of a motor.
+void MainWindow::refreshPanels(const std::optional<LoadLogic::Motor>& motor)
+{
+    selectedMotorIndex = motor && selectedLoadId == -1 ? LoadLogic::IndexOfMotor(*motor) : -1;
+    if (!isMotor(selectedMotorIndex))
+        m_motorPanel->hide();
+    else if (!m_motorPanel->isHidden())
+        m_motorPanel->showMotor(LoadLogic::MotorList.at(selectedMotorIndex));
+    refreshLoadPanel();
+}
+
+void MainWindow::refreshLoadPanel()
+{
+    if (m_loadPanel->isHidden())
+        return;
+    const LoadLogic::ActiveLoad* load = LoadLogic::FindLoad(selectedLoadId);
+    if (load == nullptr) {
+        m_loadPanel->hide();
+        return;
+    }
+    const QScopedValueRollback<bool> filling(isRestoring, true);
+    m_loadPanel->showLoad(*load);
+}
+
+void MainWindow::selectLoad(int id)
+{
+    selectedLoadId = id;
+    selectedMotorIndex = -1;
+    m_motorPanel->hide();
+    refreshLoadPanel();
+}

@@ -1,0 +1,41 @@
+#include "canvas/TrussView.h"
+#include "engine/Numbers.h"
+#include "ui/ControlsGroup.h"
+#include "ui/LedGroup.h"
+#include "ui/MainWindow.h"
+#include "ui/TrussGroup.h"
+
+#include <QLabel>
+
+namespace
+{
+
+/// From this many motors on, how the load is shared depends on how well they are levelled.
+constexpr int HYPERSTATIC_MOTOR_COUNT = 3;
+
+} // namespace
+
+void MainWindow::updateCalculations()
+{
+    const std::optional<LoadLogic::Motor> motor = selectedMotor();
+    LoadLogic::CalcularReacciones();
+    if (motor)
+        followSelectedMotor(*motor);
+    keepMotorPanelTrue();
+
+    m_hyperstaticWarning->setVisible(LoadLogic::MotorList.size() >= HYPERSTATIC_MOTOR_COUNT);
+    m_controls->showStress(Numbers::toInteger(LoadLogic::TrussStress_Percentage));
+    m_canvas->update();
+}
+
+void MainWindow::validateInputs()
+{
+    m_truss->validate();
+    m_led->validate();
+    m_controls->validate();
+}
+
+QString MainWindow::formatCoordinate(float x)
+{
+    return LoadLogic::formatCoordinate(x);
+}

@@ -1,0 +1,273 @@
+#include "canvas/TrussView.h"
+#include "engine/Numbers.h"
+#include "ui/ControlsGroup.h"
+#include "ui/LedGroup.h"
+#include "ui/LoadPanel.h"
+#include "ui/MainWindow.h"
+#include "ui/MotorPanel.h"
+#include "ui/Styles.h"
+#include "ui/TrussGroup.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+const QString OPEN_GREEN = u"#2ECC71"_s;
+const QString ACCENT_BLUE = u"#00BFFF"_s;
+const QString RESET_RED = u"#FF5050"_s;
+const QString UNDO_GREY = u"#AAAAAA"_s;
+const QString WARNING_ORANGE = u"#FFAF00"_s;
+
+/// A button of the header row, as it looks and what it is called.
+struct HeaderButton
+{
+    QString text;
+    QString name; // without the emoji, for screen readers
+    int width;    // [px]
+    QString accent;
+    QString background;
+    QString hoverText;
+};
+
+constexpr int HEADER_BUTTON_HEIGHT = 30; // [px]
+
+QPushButton* createHeaderButton(const HeaderButton& look)
+{
+    auto* button = new QPushButton(look.text);
+    button->setAccessibleName(look.name);
+    button->setFixedSize(look.width, HEADER_BUTTON_HEIGHT);
+    button->setCursor(Qt::PointingHandCursor);
+    button->setStyleSheet(Styles::headerButton(look.accent, look.background, look.hoverText));
+    return button;
+}
+
+QScrollArea* createScrollArea(QWidget* content)
+{
+    auto* area = new QScrollArea;
+    area->setWidgetResizable(true);
+    area->setFrameStyle(0);
+    area->setWidget(content);
+    return area;
+}
+
+} // namespace
+
+void MainWindow::setupUI()
+{
+    setObjectName("MainWindow"_L1);
+    m_pages = new QStackedWidget;
+    m_pages->setObjectName("centralWidget"_L1);
+    setCentralWidget(m_pages);
+
+    auto* undoKeys = new QShortcut(QKeySequence(u"Ctrl+Z"_s), this);
+    connect(undoKeys, &QShortcut::activated, this, &MainWindow::undo);
+
+    m_pages->addWidget(buildDesignPage());
+    m_pages->addWidget(buildReportPage());
+    connectPanels();
+    connectControls();
+    setAcceptDrops(true);
+    onLEDParamChanged(QString());
+}
+
+void MainWindow::loadFirstProject()
+{
+    isRestoring = false;
+    restoreProjectState(projects.constFirst());
+
+    // The first project is shown in the short notation ("12", not "12.0") until it is edited.
+    const LoadLogic::ProjectState& first = projects.constFirst();
+    isRestoring = true;
+    m_truss->setTexts(Numbers::general(first.trussLength), Numbers::general(first.trussSelfWeight),
+                      Numbers::general(first.limitCPL));
+    m_led->setTexts({Numbers::general(first.screenWidth), Numbers::general(first.screenHeight),
+                     Numbers::general(first.screenWeightM2), Numbers::general(first.bumperWeightPerMeter),
+                     Numbers::fixed(first.cableWeightPercent, 1)});
+    isRestoring = false;
+    updateCalculations();
+}
+
+QWidget* MainWindow::buildDesignPage()
+{
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(buildHeaderRow());
+    layout->addWidget(buildTabRow());
+    layout->addLayout(buildWorkRow(), 1);
+    return createScrollArea(content);
+}
+
+QWidget* MainWindow::buildHeaderRow()
+{
+    auto* row = new QWidget;
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+
+    auto* title = new QLabel(u"Velmora Master"_s);
+    title->setStyleSheet(Styles::TITLE);
+    layout->addWidget(title);
+    layout->addSpacing(20);
+
+    const QString blue = u"rgba(0,191,255,0.1)"_s;
+    const auto add = [this, layout](const HeaderButton& look, void (MainWindow::*slot)()) {
+        QPushButton* button = createHeaderButton(look);
+        connect(button, &QPushButton::clicked, this, slot);
+        layout->addWidget(button);
+    };
+    add({u"📂 ABRIR"_s, u"Abrir"_s, 110, OPEN_GREEN, u"rgba(46,204,113,0.1)"_s, u"black"_s},
+        &MainWindow::onLoadProjectClicked);
+    add({u"💾 GUARDAR"_s, u"Guardar"_s, 120, ACCENT_BLUE, blue, u"black"_s},
+        &MainWindow::onSaveProjectClicked);
+    add({u"🔄 RESTAURAR PROYECTO"_s, u"Restaurar proyecto"_s, 160, RESET_RED, u"rgba(255,50,50,0.1)"_s,
+         u"white"_s},
+        &MainWindow::onResetProjectClicked);
+    add({u"↩️ DESHACER"_s, u"Deshacer"_s, 120, UNDO_GREY, u"rgba(170,170,170,0.1)"_s, u"black"_s},
+        &MainWindow::undo);
+    layout->addStretch();
+    add({u"📘 GUÍA DE USUARIO"_s, u"Guía de usuario"_s, 160, ACCENT_BLUE, blue, u"black"_s},
+        &MainWindow::onOpenUserGuideClicked);
+    add({u"⚖️ INFO LEGAL"_s, u"Información legal"_s, 130, WARNING_ORANGE, u"rgba(255,175,0,0.1)"_s,
+         u"black"_s},
+        &MainWindow::onInfoClicked);
+    add({u"⚡ FACTOR DINÁMICO"_s, u"Factor dinámico"_s, 160, ACCENT_BLUE, blue, u"black"_s},
+        &MainWindow::onDynamicFactorClicked);
+    return row;
+}
+
+QWidget* MainWindow::buildTabRow()
+{
+    m_tabBar = new QTabBar;
+    m_tabBar->setAccessibleName(u"Proyectos"_s);
+    m_tabBar->setTabsClosable(true);
+    m_tabBar->setMovable(true);
+    m_tabBar->setFocusPolicy(Qt::NoFocus);
+    m_tabBar->setShape(QTabBar::RoundedNorth);
+    m_tabBar->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_tabBar->setStyleSheet(Styles::TAB_BAR);
+    m_tabBar->addTab(projects.constFirst().tabName);
+    connect(m_tabBar, &QTabBar::currentChanged, this, &MainWindow::onTabChanged);
+    connect(m_tabBar, &QTabBar::tabCloseRequested, this, &MainWindow::onCloseTab);
+    connect(m_tabBar, &QTabBar::tabBarDoubleClicked, this, &MainWindow::onRenameTab);
+    connect(m_tabBar, &QTabBar::customContextMenuRequested, this, &MainWindow::showTabMenu);
+
+    auto* add = new QPushButton(u"+"_s);
+    add->setObjectName("addTabButton"_L1);
+    add->setAccessibleName(u"Añadir proyecto"_s);
+    add->setFixedSize(30, 30);
+    add->setCursor(Qt::PointingHandCursor);
+    add->setStyleSheet(Styles::ADD_TAB_BUTTON);
+    connect(add, &QPushButton::clicked, this, &MainWindow::onAddTab);
+
+    auto* row = new QWidget;
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 5, 0, 0);
+    layout->setSpacing(5);
+    layout->addWidget(m_tabBar);
+    layout->addWidget(add);
+    layout->addStretch();
+    return row;
+}
+
+QLayout* MainWindow::buildWorkRow()
+{
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(10, 10, 10, 10);
+    row->setSpacing(15);
+    row->addWidget(buildCanvasColumn(), 7);
+    row->addWidget(buildControlColumn(), 3);
+    return row;
+}
+
+QWidget* MainWindow::buildCanvasColumn()
+{
+    m_hyperstaticWarning =
+        new QLabel(u"⚠️ SISTEMA HIPERESTÁTICO: La distribución real depende del nivelado perfecto."_s);
+    m_hyperstaticWarning->setObjectName("hyperstaticWarning"_L1);
+    m_hyperstaticWarning->setAlignment(Qt::AlignCenter);
+    m_hyperstaticWarning->setStyleSheet(Styles::HYPERSTATIC_WARNING);
+    m_hyperstaticWarning->setVisible(false);
+
+    m_canvas = new TrussView;
+    m_canvas->setMinimumHeight(400);
+
+    auto* report = new QPushButton(u"📊 GENERAR INFORME ESTRUCTURAL"_s);
+    report->setAccessibleName(u"Generar informe estructural"_s);
+    report->setFixedHeight(45);
+    report->setCursor(Qt::PointingHandCursor);
+    report->setStyleSheet(Styles::REPORT_BUTTON);
+    connect(report, &QPushButton::clicked, this, &MainWindow::onGenerateReportClicked);
+
+    auto* column = new QWidget;
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(10);
+    layout->addWidget(m_hyperstaticWarning);
+    layout->addWidget(m_canvas, 1);
+    layout->addWidget(report);
+    return column;
+}
+
+QWidget* MainWindow::buildControlColumn()
+{
+    m_motorPanel = new MotorPanel;
+    m_loadPanel = new LoadPanel;
+    m_controls = new ControlsGroup;
+    m_truss = new TrussGroup;
+    m_led = new LedGroup;
+
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(0, 0, 5, 0);
+    layout->setSpacing(12);
+    layout->addWidget(m_motorPanel);
+    layout->addWidget(m_loadPanel);
+    layout->addWidget(m_controls);
+    layout->addWidget(m_truss);
+    layout->addWidget(m_led);
+    layout->addStretch();
+
+    QScrollArea* area = createScrollArea(content);
+    area->setStyleSheet(Styles::CONTROL_COLUMN);
+    return area;
+}
+
+void MainWindow::connectPanels()
+{
+    connect(m_motorPanel, &MotorPanel::edited, this, &MainWindow::onMotorPropertyChanged);
+    connect(m_motorPanel, &MotorPanel::deleteRequested, this, &MainWindow::deleteSelectedMotor);
+    connect(m_loadPanel, &LoadPanel::edited, this, &MainWindow::onLoadPropertyChanged);
+    connect(m_loadPanel, &LoadPanel::deleteRequested, this, &MainWindow::deleteSelectedLoad);
+}
+
+// For one keystroke the edit comes first, then the red marks.
+void MainWindow::connectControls()
+{
+    connect(m_controls, &ControlsGroup::massChanged, this, &MainWindow::onMassChanged);
+    connect(m_controls, &ControlsGroup::massChanged, this, &MainWindow::validateInputs);
+    connect(m_controls, &ControlsGroup::nameChanged, this, &MainWindow::onLoadNameChanged);
+    connect(m_controls, &ControlsGroup::addMotorClicked, this, &MainWindow::onAddMotorClicked);
+    connect(m_controls, &ControlsGroup::addLoadClicked, this, &MainWindow::onAddLoadClicked);
+
+    connect(m_truss, &TrussGroup::lengthChanged, this, &MainWindow::onTrussLengthChanged);
+    connect(m_truss, &TrussGroup::lengthChanged, this, &MainWindow::validateInputs);
+    connect(m_truss, &TrussGroup::weightChanged, this, &MainWindow::onTrussWeightChanged);
+    connect(m_truss, &TrussGroup::weightChanged, this, &MainWindow::validateInputs);
+    connect(m_truss, &TrussGroup::cplChanged, this, &MainWindow::onCPLChanged);
+    connect(m_truss, &TrussGroup::cplChanged, this, &MainWindow::validateInputs);
+
+    connect(m_led, &LedGroup::parameterChanged, this, &MainWindow::onLEDParamChanged);
+    connect(m_led, &LedGroup::parameterChanged, this, &MainWindow::validateInputs);
+    connect(m_led, &LedGroup::addClicked, this, &MainWindow::onAddLEDLoadClicked);
+}

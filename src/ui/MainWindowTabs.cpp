@@ -1,0 +1,103 @@
+#include "canvas/TrussView.h"
+#include "ui/MainWindow.h"
+
+#include <QInputDialog>
+#include <QMenu>
+#include <QPointer>
+#include <QTabBar>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// Lighter than the motors that the engine hangs by itself: those of a small touring hoist.
+constexpr float NEW_TAB_MOTOR_WEIGHT = 25.0F; // [kg]
+
+LoadLogic::ProjectState newProject(qsizetype number)
+{
+    LoadLogic::ProjectState project;
+    project.tabName = u"Proyecto "_s + QString::number(number);
+    LoadLogic::Motor motor;
+    motor.id = 1;
+    motor.selfWeight = NEW_TAB_MOTOR_WEIGHT;
+    project.motors.append(motor);
+    motor.id = 2;
+    motor.positionX = project.trussLength;
+    project.motors.append(motor);
+    return project;
+}
+
+} // namespace
+
+bool MainWindow::isProject(int index) const
+{
+    return index >= 0 && index < projects.size();
+}
+
+void MainWindow::storeCurrentProject()
+{
+    if (isProject(currentProjectIndex))
+        projects[currentProjectIndex] = captureCurrentState();
+}
+
+void MainWindow::onAddTab()
+{
+    storeCurrentProject();
+    projects.append(newProject(projects.size() + 1));
+    m_tabBar->setCurrentIndex(m_tabBar->addTab(projects.constLast().tabName));
+}
+
+void MainWindow::onTabChanged(int index)
+{
+    if (isRestoring || index == -1 || index == currentProjectIndex)
+        return;
+    storeCurrentProject();
+    if (!isProject(index))
+        return;
+    currentProjectIndex = index;
+    restoreProjectState(projects.at(index));
+    updateCalculations();
+    m_canvas->update();
+}
+
+// The current index is left as it is: removing the tab changes the current one, and that stores
+// the project of the engine under the old index before it loads the new one.
+void MainWindow::onCloseTab(int index)
+{
+    if (projects.size() < 2 || !isProject(index))
+        return;
+    projects.removeAt(index);
+    m_tabBar->removeTab(index);
+}
+
+void MainWindow::onRenameTab(int index)
+{
+    bool accepted = false;
+    const QString name = QInputDialog::getText(this, u"Renombrar Proyecto"_s, u"Nombre del proyecto:"_s,
+                                               QLineEdit::Normal, m_tabBar->tabText(index), &accepted);
+    if (!accepted || name.isEmpty())
+        return;
+    m_tabBar->setTabText(index, name);
+    if (isProject(index))
+        projects[index].tabName = name;
+}
+
+void MainWindow::showTabMenu(const QPoint& point)
+{
+    const int index = m_tabBar->tabAt(point);
+    if (index == -1)
+        return;
+    const QPointer<QMenu> menu = new QMenu(this);
+    const QAction* rename = menu->addAction(u"Renombrar"_s);
+    const QAction* close = menu->addAction(u"Cerrar Pestaña"_s);
+    const QAction* chosen = menu->exec(m_tabBar->mapToGlobal(point));
+    const bool renames = chosen != nullptr && chosen == rename;
+    const bool closes = chosen != nullptr && chosen == close;
+    delete menu;
+
+    if (renames)
+        onRenameTab(index);
+    else if (closes)
+        onCloseTab(index);
+}

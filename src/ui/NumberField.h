@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QLineEdit>
+
+/// Makes of a line edit a field for numbers.
+namespace NumberField
+{
+
+/// A field for a number that may hold any text; a typed comma becomes a point.
+QLineEdit* create(const QString& text, const QString& accessibleName);
+/// As `create`, refusing keystrokes that lead out of `bottom` to `top`, with one decimal.
+QLineEdit* createReal(const QString& text, const QString& accessibleName, double bottom, double top);
+/// As `create`, refusing keystrokes that lead out of the integers `bottom` to `top`.
+QLineEdit* createInteger(const QString& text, const QString& accessibleName, int bottom, int top);
+
+/// Marks `field` red, or takes the mark off.
+void mark(QLineEdit* field, bool usable);
+
+} // namespace NumberField

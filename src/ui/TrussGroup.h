@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QGroupBox>
+
+class QLineEdit;
+
+/// "Configuración Truss": length, self-weight and rating of the truss.
+class TrussGroup : public QGroupBox
+{
+    Q_OBJECT
+
+public: // construction
+    TrussGroup();
+
+public: // commands
+    void setTexts(const QString& length, const QString& selfWeight, const QString& limitCPL);
+    /// Marks each field red that holds no usable number.
+    void validate();
+
+signals:
+    void lengthChanged(const QString& text);
+    void weightChanged(const QString& text);
+    void cplChanged(const QString& text);
+
+private: // data
+    QLineEdit* m_length = nullptr;
+    QLineEdit* m_weight = nullptr;
+    QLineEdit* m_cpl = nullptr;
+};
