@@ -61,9 +61,10 @@ set(manual_es "${CMAKE_CURRENT_BINARY_DIR}/velmora-master.es.1")
 configure_file(man/velmora-master.1.in "${manual_en}" @ONLY)
 configure_file(man/velmora-master.es.1.in "${manual_es}" @ONLY)
 set(documents share/doc/velmora-master)
-add_custom_target(velmora_compressed ALL
+add_custom_target(velmora_compressed
     DEPENDS "$<TARGET_PROPERTY:velmora_compressed,compressed_files>"
 )
+add_dependencies(velmora-master velmora_compressed) # who has the program can install it
 install_compressed("${manual_en}" share/man/man1 velmora-master.1)
 install_compressed("${manual_es}" share/man/es/man1 velmora-master.1)
 

@@ -15,7 +15,7 @@ velmora_program_packages=(
     fonts-dejavu-core fonts-noto-color-emoji xdg-utils qt6-translations-l10n
 )
 # Besides these, the tests (locales: the sources of the languages they are run under).
-velmora_test_packages=(locales)
+velmora_test_packages=(locales bash-completion)
 # Besides these, the checks of the source. The versions are those that the code is laid out for.
 velmora_check_packages=(clang-format-14 clang-tidy-14 shellcheck)
 

@@ -6,7 +6,7 @@ completion=$(cd -- "$(dirname -- "$0")/.." && pwd)/velmora-master.bash-completio
 library=/usr/share/bash-completion/bash_completion
 if [[ ! -f $library ]]; then
     echo "bash-completion is not installed: not tried"
-    exit 0
+    exit 77
 fi
 set +eu # the library is not written for them
 # shellcheck source=/dev/null
