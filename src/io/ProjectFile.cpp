@@ -1,0 +1,170 @@
+#include "io/ProjectFile.h"
+
+#include "engine/Numbers.h"
+#include "io/SafeFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+using Motor = LoadLogic::Motor;
+using ActiveLoad = LoadLogic::ActiveLoad;
+using ProjectState = LoadLogic::ProjectState;
+
+namespace
+{
+
+/// The JSON library takes documents up to this size; a larger file is not read further [bytes].
+constexpr qint64 LARGEST_DOCUMENT = 128 * 1024 * 1024;
+
+QJsonValue number(float value)
+{
+    return static_cast<double>(value);
+}
+
+float readNumber(const QJsonObject& object, QLatin1StringView key, float fallback)
+{
+    return Numbers::toSingle(object[key].toDouble(static_cast<double>(fallback)));
+}
+
+QJsonObject motorObject(const Motor& motor)
+{
+    return {
+        {u"id"_s, motor.id},
+        {u"positionX"_s, number(motor.positionX)},
+        {u"capacity"_s, number(motor.capacity)},
+        {u"modelName"_s, motor.modelName},
+        {u"selfWeight"_s, number(motor.selfWeight)},
+    };
+}
+
+QJsonObject loadObject(const ActiveLoad& load)
+{
+    return {
+        {u"id"_s, load.id},
+        {u"groupId"_s, load.groupId},
+        {u"positionX"_s, number(load.positionX)},
+        {u"mass"_s, number(load.mass)},
+        {u"type"_s, load.type},
+        {u"name"_s, load.name},
+        {u"screenWidth"_s, number(load.screenWidth)},
+        {u"cableWeightPercent"_s, number(load.cableWeightPercent)},
+    };
+}
+
+Motor readMotor(const QJsonObject& object)
+{
+    Motor motor;
+    motor.id = object["id"_L1].toInt();
+    motor.positionX = readNumber(object, "positionX"_L1, 0.0F);
+    motor.capacity = readNumber(object, "capacity"_L1, 1000.0F);
+    motor.modelName = object["modelName"_L1].toString(u"Motor"_s);
+    motor.selfWeight = readNumber(object, "selfWeight"_L1, 50.0F);
+    return motor;
+}
+
+ActiveLoad readLoad(const QJsonObject& object)
+{
+    ActiveLoad load;
+    load.id = object["id"_L1].toInt();
+    load.groupId = object["groupId"_L1].toInt();
+    load.positionX = readNumber(object, "positionX"_L1, 0.0F);
+    load.mass = readNumber(object, "mass"_L1, 0.0F);
+    load.type = u""_s;
+    load.name = object["name"_L1].toString();
+    load.screenWidth = readNumber(object, "screenWidth"_L1, 0.0F);
+    load.cableWeightPercent = readNumber(object, "cableWeightPercent"_L1, 7.0F);
+    return load;
+}
+
+void readLists(const QJsonObject& object, ProjectState& project)
+{
+    const QJsonArray motors = object["motors"_L1].toArray();
+    project.motors.reserve(motors.size());
+    for (const QJsonValue& motor : motors)
+        project.motors.append(readMotor(motor.toObject()));
+
+    const QJsonArray loads = object["loads"_L1].toArray();
+    project.loads.reserve(loads.size());
+    for (const QJsonValue& load : loads)
+        project.loads.append(readLoad(load.toObject()));
+}
+
+/// The file's bytes, or nothing. Only regular files are opened: a pipe could keep the program
+/// waiting, a device could go on for ever.
+std::optional<QByteArray> readBytes(const QString& path)
+{
+    if (!QFileInfo(path).isFile())
+        return std::nullopt;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.read(LARGEST_DOCUMENT + 1);
+}
+
+} // namespace
+
+QByteArray ProjectFile::toBytes(const ProjectState& project)
+{
+    QJsonArray motors;
+    for (const Motor& motor : project.motors)
+        motors.append(motorObject(motor));
+    QJsonArray loads;
+    for (const ActiveLoad& load : project.loads)
+        loads.append(loadObject(load));
+
+    const QJsonObject object{
+        {u"tabName"_s, project.tabName},
+        {u"trussLength"_s, number(project.trussLength)},
+        {u"trussSelfWeight"_s, number(project.trussSelfWeight)},
+        {u"bumperWeightPerMeter"_s, number(project.bumperWeightPerMeter)},
+        {u"cableWeightPercent"_s, number(project.cableWeightPercent)},
+        {u"ledTotalWeight"_s, number(project.ledTotalWeight)},
+        {u"limitCPL"_s, number(project.limitCPL)},
+        {u"motors"_s, motors},
+        {u"loads"_s, loads},
+    };
+    return QJsonDocument(object).toJson(QJsonDocument::Indented);
+}
+
+std::optional<ProjectState> ProjectFile::fromBytes(const QByteArray& bytes)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(bytes);
+    if (!document.isObject())
+        return std::nullopt;
+
+    const QJsonObject object = document.object();
+    ProjectState project;
+    project.tabName = object["tabName"_L1].toString(u"Proyecto Cargado"_s);
+    project.trussLength = readNumber(object, "trussLength"_L1, 12.0F);
+    project.trussSelfWeight = readNumber(object, "trussSelfWeight"_L1, LoadLogic::TrussSelfWeight);
+    project.bumperWeightPerMeter = readNumber(object, "bumperWeightPerMeter"_L1, 10.0F);
+    project.cableWeightPercent = readNumber(object, "cableWeightPercent"_L1, 7.0F);
+    project.ledTotalWeight = readNumber(object, "ledTotalWeight"_L1, 0.0F);
+    project.limitCPL = readNumber(object, "limitCPL"_L1, LoadLogic::Limit_CPL);
+    readLists(object, project);
+    return project;
+}
+
+ProjectFile::Content ProjectFile::read(const QString& path)
+{
+    const std::optional<QByteArray> bytes = readBytes(path);
+    if (!bytes)
+        return {Failure::Unreadable, {}};
+
+    std::optional<ProjectState> project = fromBytes(*bytes);
+    if (!project)
+        return {Failure::NotAProject, {}};
+    return {Failure::None, *std::move(project)};
+}
+
+bool ProjectFile::write(const QString& path, const ProjectState& project)
+{
+    return SafeFile::save(path, toBytes(project));
+}

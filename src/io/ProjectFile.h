@@ -1,0 +1,44 @@
+#pragma once
+
+#include "engine/LoadLogic.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+/// The project file (`.rig`, `.json`): one project as an indented UTF-8 JSON object.
+///
+/// Numbers are those of the engine, widened to double on writing and narrowed on reading. A load's
+/// type word is written but never read: what comes from a file is an untyped load.
+namespace ProjectFile
+{
+
+enum class Failure
+{
+    None,
+    Unreadable, ///< no such file, no permission, a folder, a device
+    NotAProject ///< not JSON, or its top level is no object
+};
+
+struct Content
+{
+    Failure failure = Failure::None;
+    LoadLogic::ProjectState project; ///< the defaults after a failure
+};
+
+/// The file's text. Infinities and not-a-number become null, as JSON has no such numbers.
+QByteArray toBytes(const LoadLogic::ProjectState& project);
+
+/// The project that `bytes` hold, or nothing where they are not a JSON object. A member that is
+/// missing or of the wrong type counts as its default; the truss's weight [kg/m] and CPL [kg] fall
+/// back to the engine's present ones. No number is checked for its range.
+std::optional<LoadLogic::ProjectState> fromBytes(const QByteArray& bytes);
+
+/// Reads the file at `path`. Nothing in the file or of its kind makes this crash or wait.
+Content read(const QString& path);
+
+/// Writes the file at `path`, all of it or nothing. Returns whether it is on the disk.
+bool write(const QString& path, const LoadLogic::ProjectState& project);
+
+} // namespace ProjectFile
