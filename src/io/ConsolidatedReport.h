@@ -1,0 +1,48 @@
+#pragma once
+
+#include "engine/LoadLogic.h"
+#include "io/ProjectFigures.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+class TrussView;
+
+/// Writes the report of several projects, with one drawing each, into a folder.
+namespace ConsolidatedReport
+{
+
+struct Request
+{
+    QList<LoadLogic::ProjectState> projects; ///< `tabName` is the title
+    QString currentTitle;                    ///< stands in the heading
+    QString folder;
+    QDateTime generated;
+};
+
+enum class Status
+{
+    Written,
+    Cancelled, ///< nothing was written
+    NotWritten ///< the document could not be created at `Outcome::path`
+};
+
+struct Outcome
+{
+    Status status = Status::Written;
+    QString path; ///< of the HTML document
+    QList<ProjectFigures> figures;
+    QStringList missingDrawings; ///< paths of those that could not be saved
+};
+
+/// Told after each project how many are done; false cancels. The engine is given back meanwhile.
+using Progress = std::function<bool(qsizetype done)>;
+
+/// Calculates each project in the borrowed engine, draws it with `view` and writes everything once
+/// all of it is there.
+Outcome write(const Request& request, TrussView& view, const Progress& progress);
+
+} // namespace ConsolidatedReport
