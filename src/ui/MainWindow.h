@@ -138,6 +138,20 @@ private: // tabs (MainWindowTabs.cpp)
     void storeCurrentProject();
     [[nodiscard]] bool isProject(int index) const;
 
+private: // files (io/MainWindowFiles.cpp)
+    /// The project in the file at `path`, or nothing after a box has told why.
+    [[nodiscard]] std::optional<LoadLogic::ProjectState> readProject(const QString& path);
+    /// Puts `project` into the current tab, as one undo step.
+    void replaceProject(const LoadLogic::ProjectState& project);
+    void nameCurrentTab(const QString& name);
+
+private: // reports (io/MainWindowReportPage.cpp, io/MainWindowHtmlReport.cpp)
+    /// Every tab's project as it stands now, `tabName` being the text of its tab.
+    [[nodiscard]] QList<LoadLogic::ProjectState> reportedProjects();
+    /// Calculates the current project again after a report has given the engine back.
+    void settleEngine();
+    void showInBrowser(const QString& path);
+
 private: // selection, kept true to what the engine holds
     [[nodiscard]] std::optional<LoadLogic::Motor> selectedMotor() const;
     /// Whether the open panel stands for something else than what is selected.

@@ -1,0 +1,90 @@
+#include "io/ProjectFile.h"
+#include "ui/MainWindow.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QTabBar>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+const QString FILE_FILTER = u"Rigging Project (*.rig);;JSON File (*.json)"_s;
+
+} // namespace
+
+void MainWindow::onSaveProjectClicked()
+{
+    const QString path = QFileDialog::getSaveFileName(this, u"Guardar Proyecto"_s, QString(), FILE_FILTER);
+    if (path.isEmpty())
+        return;
+
+    if (ProjectFile::write(path, captureCurrentState()))
+        say(QMessageBox::Information, u"Guardado"_s, u"Proyecto guardado con éxito."_s);
+    else
+        say(QMessageBox::Critical, u"Error"_s, u"No se pudo guardar el archivo."_s);
+}
+
+void MainWindow::onLoadProjectClicked()
+{
+    const QString path = QFileDialog::getOpenFileName(this, u"Abrir Proyecto"_s, QString(), FILE_FILTER);
+    if (!path.isEmpty())
+        openProjectFile(path);
+}
+
+bool MainWindow::openProjectFile(const QString& path)
+{
+    const std::optional<LoadLogic::ProjectState> project = readProject(path);
+    if (project)
+        replaceProject(*project);
+    return project.has_value();
+}
+
+void MainWindow::openProjectFiles(const QStringList& paths)
+{
+    bool inCurrentTab = true;
+    for (const QString& path : paths) {
+        const std::optional<LoadLogic::ProjectState> project = readProject(path);
+        if (!project)
+            continue;
+        if (!inCurrentTab)
+            onAddTab();
+        inCurrentTab = false;
+        replaceProject(*project);
+        if (paths.size() > 1)
+            nameCurrentTab(project->tabName);
+    }
+}
+
+std::optional<LoadLogic::ProjectState> MainWindow::readProject(const QString& path)
+{
+    const ProjectFile::Content content = ProjectFile::read(path);
+    switch (content.failure) {
+    case ProjectFile::Failure::None:
+        return content.project;
+    case ProjectFile::Failure::Unreadable:
+        say(QMessageBox::Critical, u"Error"_s, u"No se pudo leer el archivo."_s);
+        break;
+    case ProjectFile::Failure::NotAProject:
+        say(QMessageBox::Critical, u"Error"_s, u"Formato de archivo inválido."_s);
+        break;
+    }
+    return std::nullopt;
+}
+
+void MainWindow::replaceProject(const LoadLogic::ProjectState& project)
+{
+    pushUndoState();
+    LoadLogic::ReserveIds(project);
+    restoreProjectState(project);
+    updateCalculations();
+}
+
+void MainWindow::nameCurrentTab(const QString& name)
+{
+    if (name.isEmpty() || !isProject(currentProjectIndex))
+        return;
+    m_tabBar->setTabText(currentProjectIndex, name);
+    projects[currentProjectIndex].tabName = name;
+}

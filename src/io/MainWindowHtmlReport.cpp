@@ -1,0 +1,57 @@
+#include "canvas/TrussView.h"
+#include "io/ConsolidatedReport.h"
+#include "io/ReportPage.h"
+#include "io/ReportProgress.h"
+#include "ui/MainWindow.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QMessageBox>
+#include <QTabBar>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+using ConsolidatedReport::Status;
+
+namespace
+{
+
+ConsolidatedReport::Outcome writeReport(const ConsolidatedReport::Request& request, TrussView& drawing,
+                                        QWidget* window)
+{
+    ReportProgress progress(window, request.projects.size());
+    return ConsolidatedReport::write(request, drawing,
+                                     [&progress](qsizetype done) { return progress.advance(done); });
+}
+
+} // namespace
+
+void MainWindow::onPrintReportClicked()
+{
+    const QList<LoadLogic::ProjectState> reported = reportedProjects();
+    const QString currentTitle =
+        isProject(currentProjectIndex) ? m_tabBar->tabText(currentProjectIndex) : u"Sin Nombre"_s;
+    const ConsolidatedReport::Outcome outcome =
+        writeReport({reported, currentTitle, QDir::tempPath(), QDateTime::currentDateTime()},
+                    *m_reportPage->drawing(), this);
+    settleEngine();
+
+    if (outcome.status == Status::NotWritten) {
+        say(QMessageBox::Critical, u"Error de Escritura"_s,
+            u"No se pudo crear el archivo del informe en:\n"_s + outcome.path);
+    }
+    if (outcome.status == Status::Written)
+        showInBrowser(outcome.path);
+}
+
+void MainWindow::showInBrowser(const QString& path)
+{
+    if (QDesktopServices::openUrl(QUrl::fromLocalFile(path))) {
+        say(QMessageBox::Information, u"Informe Generado"_s,
+            u"Se ha generado un informe consolidado.\n\nEl archivo se ha abierto en su navegador predeterminado."_s);
+        return;
+    }
+    say(QMessageBox::Warning, u"Error de Navegador"_s,
+        u"No se pudo abrir el navegador automáticamente.\n\nBusque el archivo en: "_s + path);
+}

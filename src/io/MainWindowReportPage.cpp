@@ -1,0 +1,75 @@
+#include "canvas/TrussView.h"
+#include "io/ReportPage.h"
+#include "io/ReportProgress.h"
+#include "ui/MainWindow.h"
+
+#include <QStackedWidget>
+#include <QTabBar>
+
+namespace
+{
+
+constexpr int DESIGN_PAGE = 0;
+constexpr int REPORT_PAGE = 1;
+
+/// Nothing when the user cancelled.
+std::optional<QList<ProjectFigures>> calculateAll(const QList<LoadLogic::ProjectState>& projects,
+                                                  ReportProgress& progress)
+{
+    QList<ProjectFigures> figures;
+    figures.reserve(projects.size());
+    for (const LoadLogic::ProjectState& project : projects) {
+        figures.append(ProjectFigures::calculate(project));
+        if (!progress.advance(figures.size()))
+            return std::nullopt;
+    }
+    return figures;
+}
+
+} // namespace
+
+QWidget* MainWindow::buildReportPage()
+{
+    m_reportPage = new ReportPage(this);
+    connect(m_reportPage, &ReportPage::backClicked, this, &MainWindow::onBackToDesignClicked);
+    connect(m_reportPage, &ReportPage::printClicked, this, &MainWindow::onPrintReportClicked);
+    return m_reportPage;
+}
+
+void MainWindow::onGenerateReportClicked()
+{
+    m_pages->setCurrentIndex(REPORT_PAGE);
+    const QList<LoadLogic::ProjectState> reported = reportedProjects();
+    m_reportPage->clear();
+
+    ReportProgress progress(this, reported.size());
+    const std::optional<QList<ProjectFigures>> figures = calculateAll(reported, progress);
+    settleEngine();
+    if (figures)
+        m_reportPage->fill(*figures);
+    else
+        onBackToDesignClicked();
+    update();
+}
+
+void MainWindow::onBackToDesignClicked()
+{
+    m_pages->setCurrentIndex(DESIGN_PAGE);
+}
+
+QList<LoadLogic::ProjectState> MainWindow::reportedProjects()
+{
+    storeCurrentProject();
+    QList<LoadLogic::ProjectState> reported = projects;
+    for (qsizetype i = 0; i < reported.size(); ++i)
+        reported[i].tabName = m_tabBar->tabText(static_cast<int>(i));
+    return reported;
+}
+
+void MainWindow::settleEngine()
+{
+    if (!isProject(currentProjectIndex))
+        return;
+    LoadLogic::CalcularReacciones();
+    m_canvas->update();
+}

@@ -1,0 +1,214 @@
+#include "io/ReportPage.h"
+
+#include "canvas/TrussView.h"
+#include "io/ReportTable.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+const QString SCROLL_STYLE = u"background-color: white;"_s;
+const QString CANVAS_STYLE = u"#reportCanvas { background-color: white; }"_s;
+const QString TITLE_BAR_STYLE = u"border-bottom: 2px solid #333;"_s;
+const QString TITLE_STYLE = u"color: black; font-size: 24px; font-weight: bold; border: none;"_s;
+const QString DRAWING_FRAME_STYLE = u"border: 1px solid #DDD; margin: 10px 0;"_s;
+const QString TABLE_TITLE_STYLE =
+    u"color: #333; font-weight: bold; font-size: 14px; margin-bottom: 5px; border: none;"_s;
+const QString TABLE_STYLE =
+    u"QTableWidget { color: black; background: #F9F9F9; gridline-color: #DDD; font-family: 'Courier New'; "
+    "border: 1px solid #CCC; }QHeaderView::section { background-color: #F0F0F0; color: #333; "
+    "font-weight: bold; }"_s;
+const QString CERTIFICATE_BOX_STYLE =
+    u"background: #F8F8F8; border: 1px solid #CCC; border-radius: 4px; padding: 10px;"_s;
+const QString CERTIFICATE_STYLE = u"color: #444; font-size: 11px; border: none;"_s;
+const QString BOTTOM_BAR_STYLE = u"background: #2D2D2D; border-top: 1px solid #444;"_s;
+const QString BACK_STYLE = u"QPushButton { background: #555; color: white; border: none; font-weight: bold; }"
+                           "QPushButton:hover { background: #666; }"_s;
+const QString PRINT_STYLE =
+    u"QPushButton { background: #0078D7; color: white; border: none; font-weight: bold; "
+    "font-size: 14px; }QPushButton:hover { background: #0086F0; }"_s;
+
+/// Each line feed becomes a line break of the label's rich text.
+const QString CERTIFICATE_TEXT = uR"(CERTIFICADO DE CÁLCULO ESTRUCTURAL v1.1.0 (CONSOLIDADO)
+El presente documento detalla la simulación multi-viga basada en los principios de mecánica estática aplicada a todos los proyectos activos.
+
+NORMATIVA DE REFERENCIA:
+- Eurocódigo 9 (EN 1999) | Directiva 2006/42/CE | DGUV V17/18.
+- Factor Dinámico (×1.25) aplicado automáticamente para aceleración/frenado.
+
+⚠️ <b style='color: #FFAF00;'>AVISO LEGAL CRÍTICO:</b> Este informe es una simulación basada en modelos teóricos. Los desarrolladores <b>NO</b> se responsabilizan de daños, accidentes o del mal uso de estos datos. <b>VALIDACIÓN OBLIGATORIA</b> por ingeniería externa certificada.
+
+CONCLUSIÓN TÉCNICA GLOBAL: )"_s;
+
+const QString ALL_FIT = u"<span style='color: green; font-weight: bold;'>✅ SISTEMA COMPLETO APTO: Todos los "
+                        "proyectos se encuentran dentro de los márgenes de seguridad.</span>"_s;
+const QString ALERT =
+    u"<span style='color: red; font-weight: bold;'>❌ ALERTA: Se han detectado incidencias de "
+    "seguridad en uno o más proyectos. Revise las tablas superiores.</span>"_s;
+
+QPushButton* buildButton(const QString& text, const QSize& size, const QString& style)
+{
+    auto* button = new QPushButton(text);
+    button->setFixedSize(size);
+    button->setStyleSheet(style);
+    return button;
+}
+
+} // namespace
+
+ReportPage::ReportPage(QWidget* parent)
+    : QWidget(parent)
+{
+    auto* scrollArea = new QScrollArea;
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setStyleSheet(SCROLL_STYLE);
+    scrollArea->setWidget(buildCanvas());
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(scrollArea);
+    layout->addWidget(buildBottomBar());
+}
+
+TrussView* ReportPage::drawing() const
+{
+    return m_drawing;
+}
+
+QTableWidget* ReportPage::table() const
+{
+    return m_table;
+}
+
+QLabel* ReportPage::certificate() const
+{
+    return m_certificate;
+}
+
+void ReportPage::clear()
+{
+    m_table->clearSpans();
+    m_table->setRowCount(0);
+}
+
+void ReportPage::fill(const QList<ProjectFigures>& projects)
+{
+    clear();
+    ReportTable(*m_table).add(projects);
+
+    const bool allFit = std::all_of(projects.cbegin(), projects.cend(),
+                                    [](const ProjectFigures& project) { return project.fits(); });
+    QString text = CERTIFICATE_TEXT;
+    text.replace(u'\n', u"<br>"_s);
+    m_certificate->setTextFormat(Qt::RichText);
+    m_certificate->setText(text + (allFit ? ALL_FIT : ALERT));
+    m_drawing->update();
+}
+
+QWidget* ReportPage::buildCanvas()
+{
+    auto* canvas = new QWidget;
+    canvas->setObjectName(u"reportCanvas"_s);
+    canvas->setStyleSheet(CANVAS_STYLE);
+
+    constexpr int MARGIN = 30;
+    auto* layout = new QVBoxLayout(canvas);
+    layout->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
+    layout->setSpacing(20);
+    layout->addWidget(buildTitleBar());
+    layout->addWidget(buildDrawingFrame());
+    layout->addWidget(buildTableBlock());
+    layout->addWidget(buildCertificateBox());
+    return canvas;
+}
+
+QWidget* ReportPage::buildTitleBar()
+{
+    auto* bar = new QFrame;
+    bar->setStyleSheet(TITLE_BAR_STYLE);
+    auto* title = new QLabel(u"INFORME ESTRUCTURAL DE RIGGING"_s);
+    title->setStyleSheet(TITLE_STYLE);
+    title->setAlignment(Qt::AlignCenter);
+    auto* layout = new QHBoxLayout(bar);
+    layout->addWidget(title);
+    return bar;
+}
+
+QWidget* ReportPage::buildDrawingFrame()
+{
+    constexpr int MINIMUM_HEIGHT = 300;
+    auto* frame = new QFrame;
+    frame->setStyleSheet(DRAWING_FRAME_STYLE);
+    m_drawing = new TrussView;
+    m_drawing->printMode = true;
+    m_drawing->setMinimumHeight(MINIMUM_HEIGHT);
+    auto* layout = new QVBoxLayout(frame);
+    layout->addWidget(m_drawing);
+    return frame;
+}
+
+QWidget* ReportPage::buildTableBlock()
+{
+    auto* title = new QLabel(u"ANÁLISIS DE CARGAS Y REACCIONES EN PUNTOS DE CUELGUE"_s);
+    title->setStyleSheet(TABLE_TITLE_STYLE);
+
+    constexpr int MINIMUM_HEIGHT = 200;
+    const QStringList headers{u"ID / MOTOR"_s,      u"POSICIÓN (m)"_s,   u"CAPACIDAD MOTOR"_s,
+                              u"PESO MOTOR (kg)"_s, u"TOTAL EN PUNTO"_s, u"ESTÁTICA (kg)"_s,
+                              u"DINÁMICA (kg)"_s,   u"ESTADO"_s};
+    m_table = new QTableWidget(0, static_cast<int>(headers.size()));
+    m_table->setHorizontalHeaderLabels(headers);
+    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setMinimumHeight(MINIMUM_HEIGHT);
+    m_table->setStyleSheet(TABLE_STYLE);
+
+    auto* block = new QWidget;
+    auto* layout = new QVBoxLayout(block);
+    layout->addWidget(title);
+    layout->addWidget(m_table);
+    return block;
+}
+
+QWidget* ReportPage::buildCertificateBox()
+{
+    auto* box = new QFrame;
+    box->setStyleSheet(CERTIFICATE_BOX_STYLE);
+    m_certificate = new QLabel;
+    m_certificate->setStyleSheet(CERTIFICATE_STYLE);
+    m_certificate->setWordWrap(true);
+    auto* layout = new QVBoxLayout(box);
+    layout->addWidget(m_certificate);
+    return box;
+}
+
+QWidget* ReportPage::buildBottomBar()
+{
+    auto* back = buildButton(u"← VOLVER AL DISEÑO"_s, {160, 35}, BACK_STYLE);
+    connect(back, &QPushButton::clicked, this, &ReportPage::backClicked);
+    auto* print = buildButton(u"🖨️ IMPRIMIR / PDF"_s, {200, 40}, PRINT_STYLE);
+    connect(print, &QPushButton::clicked, this, &ReportPage::printClicked);
+
+    auto* bar = new QFrame;
+    bar->setStyleSheet(BOTTOM_BAR_STYLE);
+    auto* layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(20, 10, 20, 10);
+    layout->addWidget(back);
+    layout->addStretch();
+    layout->addWidget(print);
+    return bar;
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "io/ProjectFigures.h"
+
+#include <QList>
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+class QTableWidget;
+class TrussView;
+
+/// The page that shows the report of all projects: the drawing of the current one, one table for
+/// all, and the certificate with its conclusion. Black on white, as it will be printed.
+class ReportPage : public QWidget
+{
+    Q_OBJECT
+
+public: // construction
+    explicit ReportPage(QWidget* parent = nullptr);
+
+public: // queries
+    [[nodiscard]] TrussView* drawing() const;
+    [[nodiscard]] QTableWidget* table() const;
+    [[nodiscard]] QLabel* certificate() const;
+
+public: // commands
+    /// Empties the table.
+    void clear();
+    /// Shows `projects` instead of what the page showed before.
+    void fill(const QList<ProjectFigures>& projects);
+
+signals:
+    void backClicked();
+    void printClicked();
+
+private: // set-up
+    [[nodiscard]] QWidget* buildCanvas();
+    [[nodiscard]] QWidget* buildTitleBar();
+    [[nodiscard]] QWidget* buildDrawingFrame();
+    [[nodiscard]] QWidget* buildTableBlock();
+    [[nodiscard]] QWidget* buildCertificateBox();
+    [[nodiscard]] QWidget* buildBottomBar();
+
+private: // data
+    TrussView* m_drawing = nullptr;
+    QTableWidget* m_table = nullptr;
+    QLabel* m_certificate = nullptr;
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "io/ProjectFigures.h"
+
+#include <QList>
+#include <QStringList>
+
+class QBrush;
+class QTableWidget;
+class QTableWidgetItem;
+
+/// Appends projects to the results table of the report page, whose eight columns they share:
+/// motors, LED arrays and loads of one project below each other, each kind under a band of its own.
+class ReportTable
+{
+public: // construction
+    explicit ReportTable(QTableWidget& table);
+
+public: // commands
+    void add(const QList<ProjectFigures>& projects);
+
+private: // helpers
+    void addProject(const ProjectFigures& project);
+    void addMotors(const ProjectFigures& project);
+    void addArrays(const ProjectFigures& project);
+    void addLoads(const ProjectFigures& project);
+    /// A row of one item over `columns` columns.
+    QTableWidgetItem* addBand(const QString& text, int columns, const QBrush& background);
+    /// A row of items, of which the last is the verdict: red when it fails.
+    void addRow(const QStringList& cells, const QString& verdict, bool isOk);
+    void addTrussRow(const QStringList& cells, const ProjectFigures& project);
+
+private: // data
+    QTableWidget& m_table;
+    int m_nextRow;
+};
