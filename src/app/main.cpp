@@ -1,0 +1,136 @@
+#include "app/Appearance.h"
+#include "app/Batch.h"
+#include "app/CommandLine.h"
+#include "app/Console.h"
+#include "ui/MainWindow.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTimer>
+
+#include <algorithm>
+#include <clocale>
+#ifdef Q_OS_UNIX
+#include <langinfo.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+QStringList argumentsOf(int argc, char* argv[])
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QFile::decodeName(argv[i]));
+    return arguments;
+}
+
+/// Qt reads and writes UTF-8 whatever the locale, but complains on standard error about others.
+void chooseUtf8Locale()
+{
+#ifdef Q_OS_UNIX
+    std::setlocale(LC_ALL, "");
+    if (qstrcmp(nl_langinfo(CODESET), "UTF-8") != 0)
+        qputenv("LC_ALL", "C.UTF-8");
+#endif
+}
+
+/// Whether a window has somewhere to appear. Qt would abort the program without.
+bool hasDisplay()
+{
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
+           || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+#else
+    return true;
+#endif
+}
+
+int refuse(const QString& reason)
+{
+    Console::complain(u"velmora-master: "_s + Console::harmless(reason));
+    Console::complain(CommandLine::usage());
+    return Batch::FAILED;
+}
+
+int tell(const QString& text)
+{
+    return Console::print(text) ? Batch::ALL_WITHIN_LIMITS : Batch::FAILED;
+}
+
+int summarize(const CommandLine& options, int& argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    return Batch::summarize(options);
+}
+
+int report(const CommandLine& options, int& argc, char* argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    Appearance::chooseStyle();
+    QApplication application(argc, argv);
+    Appearance::apply(application);
+    return Batch::report(options);
+}
+
+int runBatch(const CommandLine& options, int& argc, char* argv[])
+{
+    int code = Batch::ALL_WITHIN_LIMITS;
+    if (options.summary)
+        code = summarize(options, argc, argv);
+    if (options.report)
+        code = std::max(code, report(options, argc, argv));
+    return code;
+}
+
+/// What a window would show, told without one.
+int runWithoutDisplay(CommandLine options, int& argc, char* argv[])
+{
+    if (options.files.isEmpty()) {
+        Console::complain(
+            u"velmora-master: No hay pantalla (DISPLAY, WAYLAND_DISPLAY) donde abrir la ventana; "
+            "--help dice qué se puede hacer sin ella."_s);
+        return Batch::FAILED;
+    }
+    Console::complain(u"velmora-master: No hay pantalla (DISPLAY, WAYLAND_DISPLAY) donde abrir la ventana; "
+                      "se escriben las cifras y el informe."_s);
+    options.summary = true;
+    options.report = true;
+    return runBatch(options, argc, argv);
+}
+
+int runWindow(const CommandLine& options, int& argc, char* argv[])
+{
+    Appearance::chooseStyle();
+    QApplication application(argc, argv);
+    Appearance::apply(application);
+
+    MainWindow window;
+    window.show();
+    if (!options.files.isEmpty())
+        QTimer::singleShot(0, &window, [&] { window.openProjectFiles(options.files); });
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    chooseUtf8Locale();
+    const CommandLine options = CommandLine::parse(argumentsOf(argc, argv));
+    int noArguments = 1; // Qt would take some of them for its own
+
+    if (!options.error.isEmpty())
+        return refuse(options.error);
+    if (options.help)
+        return tell(CommandLine::usage());
+    if (options.version)
+        return tell(u"Velmora Master "_s + CommandLine::versionNumber() + u'\n');
+    if (options.isBatch())
+        return runBatch(options, noArguments, argv);
+    if (!hasDisplay())
+        return runWithoutDisplay(options, noArguments, argv);
+    return runWindow(options, noArguments, argv);
+}
