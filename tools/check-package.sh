@@ -142,6 +142,24 @@ check_program()
 
 is_installed() { [[ $(dpkg-query -W -f '${db:Status-Status}' velmora-master 2>/dev/null) == installed ]]; }
 
+# Whatever --help tells of is in the manuals and is completed.
+check_options()
+{
+    local prefix=$1 option man
+    local -a options
+    mapfile -t options < <("$prefix/bin/velmora-master" --help | grep -oE -e '--[a-z]+' | sort -u)
+    [[ ${#options[@]} -ge 6 ]] || fail "FAILED: --help names no options"
+    for option in "${options[@]}"; do
+        for man in man1 es/man1; do
+            MANWIDTH=200 man -l "$prefix/share/man/$man/velmora-master.1.gz" | grep -qwF -e "$option" ||
+                fail "FAILED: $option is not in the manual $man"
+        done
+        grep -qwF -e "$option" "$prefix/share/bash-completion/completions/velmora-master" ||
+            fail "FAILED: $option is not completed"
+    done
+    passed "options in manuals and completion"
+}
+
 check_installed()
 {
     local package=$1 left
@@ -149,6 +167,7 @@ check_installed()
     quietly "installing" install_packages "$package"
     dpkg -L velmora-master | sort >"$scratch/files"
     check_program /usr
+    check_options /usr
     check_file_type /usr/share
     expect "found as a command" /usr/bin/velmora-master "$(command -v velmora-master)"
     quietly "removing" env DEBIAN_FRONTEND=noninteractive apt-get -q -y purge velmora-master
@@ -165,6 +184,7 @@ check_unpacked()
     quietly "data base of types" update-mime-database "$prefix/share/mime"
     check_file_type "$prefix/share:/usr/share"
     check_program "$prefix"
+    check_options "$prefix"
 }
 
 need_packages "${velmora_program_packages[@]}" desktop-file-utils appstream libxml2-utils man-db \

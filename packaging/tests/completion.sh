@@ -44,4 +44,5 @@ expect "--help --informe --json --resumen --salida --version" --
 expect "--resumen" --r
 expect "carpeta" --informe --salida ""
 expect "carpeta dos.json uno.rig" --informe --salida carpeta ""
+expect "carpeta" --informe --salida = car
 expect "" -- --r
