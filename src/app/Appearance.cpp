@@ -78,6 +78,8 @@ void Appearance::apply(QApplication& application)
 
     QApplication::setApplicationName(u"VelmoraMaster"_s);
     QApplication::setOrganizationName(u"Velmora"_s);
+    // Wayland finds the icon of a window through the desktop entry of this name.
+    QApplication::setDesktopFileName(u"velmora-master"_s);
     QApplication::setWindowIcon(QIcon(u":/icono-app.ico"_s));
     QApplication::setPalette(darkPalette());
     application.setStyleSheet(WINDOW_STYLE.arg(FONT_FAMILY) + WIDGET_STYLE);
