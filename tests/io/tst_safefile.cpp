@@ -1,0 +1,199 @@
+#include "io/SafeFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+
+#include <sys/resource.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+void put(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), bytes.size());
+}
+
+#ifdef Q_OS_UNIX
+/// Like a disk that fills up: no file of this process may grow beyond a few bytes meanwhile.
+class FullDisk
+{
+public:
+    FullDisk()
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        rlimit tight = m_before;
+        tight.rlim_cur = 10;
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &tight);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int) = nullptr;
+};
+#endif
+
+} // namespace
+
+class TestSafeFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void save_replacesTheWholeContent();
+    void save_followsALink();
+    void save_onAFullDisk_failsAndKeepsTheOldFile();
+    void save_overAFolder_fails();
+    void publish_replacesTheWholeContent();
+    void publish_doesNotFollowALink();
+    void publish_isForTheOwnerAlone();
+    void publish_onAFullDisk_failsAndKeepsTheOldFile();
+    void publish_intoAMissingFolder_fails();
+    void publish_overAFolder_fails();
+    void failures_leaveNothingBehind();
+};
+
+void TestSafeFile::save_replacesTheWholeContent()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.rig"_s);
+    put(path, QByteArray(1000, 'x'));
+    QVERIFY(SafeFile::save(path, "corto"));
+    QCOMPARE(contentOf(path), QByteArray("corto"));
+}
+
+void TestSafeFile::save_followsALink()
+{
+    const QTemporaryDir folder;
+    const QString target = folder.filePath(u"destino.rig"_s);
+    put(target, "viejo");
+    const QString link = folder.filePath(u"enlace.rig"_s);
+    QVERIFY(QFile::link(target, link));
+    QVERIFY(SafeFile::save(link, "nuevo"));
+    QCOMPARE(contentOf(target), QByteArray("nuevo"));
+    QVERIFY(QFileInfo(link).isSymLink());
+}
+
+void TestSafeFile::save_onAFullDisk_failsAndKeepsTheOldFile()
+{
+#ifdef Q_OS_UNIX
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.rig"_s);
+    put(path, "viejo");
+    bool saved = true;
+    {
+        const FullDisk disk;
+        saved = SafeFile::save(path, QByteArray(100, 'n'));
+    }
+    QVERIFY(!saved);
+    QCOMPARE(contentOf(path), QByteArray("viejo"));
+#else
+    QSKIP("No such limit here");
+#endif
+}
+
+void TestSafeFile::save_overAFolder_fails()
+{
+    const QTemporaryDir folder;
+    QVERIFY(!SafeFile::save(folder.path(), "x"));
+}
+
+void TestSafeFile::publish_replacesTheWholeContent()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"informe.html"_s);
+    put(path, QByteArray(1000, 'x'));
+    QVERIFY(SafeFile::publish(path, "corto"));
+    QCOMPARE(contentOf(path), QByteArray("corto"));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList(u"informe.html"_s));
+}
+
+void TestSafeFile::publish_doesNotFollowALink()
+{
+    const QTemporaryDir folder;
+    const QString victim = folder.filePath(u"ajeno.txt"_s);
+    put(victim, "de otro");
+    const QString path = folder.filePath(u"truss_schema_0.jpg"_s);
+    QVERIFY(QFile::link(victim, path));
+    QVERIFY(SafeFile::publish(path, "dibujo"));
+    QCOMPARE(contentOf(victim), QByteArray("de otro"));
+    QVERIFY(!QFileInfo(path).isSymLink());
+    QCOMPARE(contentOf(path), QByteArray("dibujo"));
+}
+
+void TestSafeFile::publish_isForTheOwnerAlone()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"informe.html"_s);
+    QVERIFY(SafeFile::publish(path, "x"));
+    const QFile::Permissions others =
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    QVERIFY(!(QFile::permissions(path) & others));
+}
+
+void TestSafeFile::publish_onAFullDisk_failsAndKeepsTheOldFile()
+{
+#ifdef Q_OS_UNIX
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"informe.html"_s);
+    put(path, "viejo");
+    bool published = true;
+    {
+        const FullDisk disk;
+        published = SafeFile::publish(path, QByteArray(100, 'n'));
+    }
+    QVERIFY(!published);
+    QCOMPARE(contentOf(path), QByteArray("viejo"));
+#else
+    QSKIP("No such limit here");
+#endif
+}
+
+void TestSafeFile::publish_intoAMissingFolder_fails()
+{
+    const QTemporaryDir folder;
+    QVERIFY(!SafeFile::publish(folder.filePath(u"no/existe.html"_s), "x"));
+}
+
+void TestSafeFile::publish_overAFolder_fails()
+{
+    const QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir(u"informe.html"_s));
+    QVERIFY(!SafeFile::publish(folder.filePath(u"informe.html"_s), "x"));
+}
+
+void TestSafeFile::failures_leaveNothingBehind()
+{
+    const QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir(u"ocupado"_s));
+    QVERIFY(!SafeFile::publish(folder.filePath(u"ocupado"_s), "x"));
+    QVERIFY(!SafeFile::save(folder.filePath(u"ocupado"_s), "x"));
+    QVERIFY(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestSafeFile)
+#include "tst_safefile.moc"
