@@ -79,6 +79,7 @@ QString tableHead(const QStringList& titles)
 }
 
 const QString TABLE_END = u"</tbody></table>"_s;
+const QString SECTION_INDENT = u"\n      "_s;
 
 QString motorStatus(ProjectFigures::Verdict verdict)
 {
@@ -120,7 +121,7 @@ QString arrayTable(const ProjectFigures& project)
                 + u" kg/m bumper</td><td>+"_s + decimal(array.cableWeightPercent) + u"%</td><td>"_s
                 + decimal(array.totalMass) + u" kg</td></tr>"_s;
     }
-    return html + TABLE_END;
+    return html + TABLE_END + SECTION_INDENT;
 }
 
 QString loadTitle(const ProjectFigures::LoadFigures& load)
@@ -150,17 +151,18 @@ QString partialResult(const ProjectFigures& project)
 
 QString section(const ProjectFigures& project, qsizetype index)
 {
-    const QString indent = u"\n      "_s;
-    return indent + u"<div class='project-section'>"_s                                               //
-           + indent + u"<h3>PROYECTO: "_s + project.title + u"</h3>"_s                               //
-           + indent + u"<div class='schema-box'><img src='"_s + HtmlReport::drawingName(index)       //
-           + u"' class='schema-img' alt='Esquema "_s + project.title + u"'></div>"_s                 //
-           + indent + u"<h4>Motores y Reacciones</h4>"_s + motorTable(project)                       //
-           + indent + arrayTable(project)                                                            //
-           + indent + u"<h4>Desglose Individual de Cargas en Viga</h4>"_s + loadTable(project)       //
-           + indent + u"<p><b>Resultado Parcial:</b> "_s + partialResult(project) + u" | Stress: "_s //
-           + decimal(project.stress) + u"%</p>"_s                                                    //
-           + indent + u"</div>"_s;
+    const QStringList lines{
+        u"<div class='project-section'>"_s,
+        u"<h3>PROYECTO: "_s + project.title + u"</h3>"_s,
+        u"<div class='schema-box'><img src='"_s + HtmlReport::drawingName(index)
+            + u"' class='schema-img' alt='Esquema "_s + project.title + u"'></div>"_s,
+        u"<h4>Motores y Reacciones</h4>"_s + motorTable(project),
+        arrayTable(project) + u"<h4>Desglose Individual de Cargas en Viga</h4>"_s + loadTable(project),
+        u"<p><b>Resultado Parcial:</b> "_s + partialResult(project) + u" | Stress: "_s
+            + decimal(project.stress) + u"%</p>"_s,
+        u"</div>"_s,
+    };
+    return SECTION_INDENT + lines.join(SECTION_INDENT);
 }
 
 QString globalVerdict(const QList<ProjectFigures>& projects)
