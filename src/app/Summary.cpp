@@ -26,7 +26,7 @@ QString decimal(float value)
 
 QString shortTitle(const QString& title)
 {
-    const QString harmless = Console::harmless(title);
+    QString harmless = Console::harmless(title);
     if (harmless.size() <= LONGEST_TITLE)
         return harmless;
     return harmless.left(LONGEST_TITLE - 1) + u'…';

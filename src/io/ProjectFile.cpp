@@ -21,7 +21,7 @@ namespace
 {
 
 /// The JSON library takes documents up to this size; a larger file is not read further [bytes].
-constexpr qint64 LARGEST_DOCUMENT = 128 * 1024 * 1024;
+constexpr qint64 LARGEST_DOCUMENT = qint64{128} * 1024 * 1024;
 
 QJsonValue number(float value)
 {
@@ -87,12 +87,12 @@ void readLists(const QJsonObject& object, ProjectState& project)
 {
     const QJsonArray motors = object["motors"_L1].toArray();
     project.motors.reserve(motors.size());
-    for (const QJsonValue& motor : motors)
+    for (const auto& motor : motors)
         project.motors.append(readMotor(motor.toObject()));
 
     const QJsonArray loads = object["loads"_L1].toArray();
     project.loads.reserve(loads.size());
-    for (const QJsonValue& load : loads)
+    for (const auto& load : loads)
         project.loads.append(readLoad(load.toObject()));
 }
 

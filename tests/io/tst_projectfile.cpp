@@ -289,8 +289,7 @@ void TestProjectFile::whatTheFileDoesNotCarry_startsAsANewRecord()
 
 void TestProjectFile::numberBeyondSinglePrecision_isStillANumber()
 {
-    const ProjectState project =
-        read(R"({"trussLength": 1e39, "limitCPL": -1e300})");
+    const ProjectState project = read(R"({"trussLength": 1e39, "limitCPL": -1e300})");
     QVERIFY(project.trussLength > 1e38F);
     QVERIFY(project.limitCPL < -1e38F);
 }
