@@ -1,10 +1,14 @@
 #pragma once
 
+#include "canvas/CanvasPalette.h"
+#include "canvas/TrussGeometry.h"
 #include "engine/LoadLogic.h"
 
-#include <QHash>
 #include <QImage>
 #include <QWidget>
+
+#include <optional>
+#include <variant>
 
 class CanvasHost;
 
@@ -49,4 +53,105 @@ protected: // events
     void mouseMoveEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+
+private: // nested types
+    /// What is drawn the same until scale or medium change.
+    struct Look
+    {
+        bool print;
+        double scale;
+        CanvasPalette colours;
+    };
+    struct MotorLabel
+    {
+        int index;
+    };
+    struct MotorBody
+    {
+        int index;
+    };
+    struct LoadLabel
+    {
+        int id;
+    };
+    struct LoadBody
+    {
+        int id;
+    };
+    /// The segment through which an array was hit.
+    struct Array
+    {
+        LoadLogic::ActiveLoad segment;
+    };
+    /// What lies under the pointer.
+    using Target = std::variant<std::monostate, MotorLabel, MotorBody, LoadLabel, LoadBody, Array>;
+    enum class Order
+    {
+        LoadsFirst,
+        MotorsFirst
+    };
+
+private: // the window around
+    [[nodiscard]] CanvasHost* host() const;
+    [[nodiscard]] int selectedLoadId() const;
+    /// What a load is called on the canvas: its name, or "L" and its id when that is empty.
+    [[nodiscard]] static QString loadTitle(const LoadLogic::ActiveLoad& load);
+
+private: // drawing (TrussViewDrawing.cpp)
+    [[nodiscard]] TrussGeometry geometry(int W, int H, double s) const;
+    [[nodiscard]] TrussGeometry screenGeometry() const;
+    const CanvasPalette& colours(double s);
+    [[nodiscard]] ArraySummary arrayOf(int groupId) const;
+    void drawScene(QPainter& painter, int W, int H, double s, Order order);
+    void drawLoads(QPainter& painter, int W, int H, double s);
+    void drawMotors(QPainter& painter, int W, int H, double s);
+    void drawArrayRun(QPainter& painter, const LoadLogic::ActiveLoad& segment, int times, int W, int H,
+                      double s);
+    void drawDimension(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c);
+    void drawLattice(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c);
+    void drawMetres(QPainter& painter, const TrussGeometry& g, const QRect& frame, float a, float b, int W,
+                    double s);
+    void drawScreenLabel(QPainter& painter, const CanvasPalette& c, const QRect& frame,
+                         const QColor& frameColour);
+    void drawMotorBody(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c, int x,
+                       bool overloaded);
+    void drawMotorTexts(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c,
+                        const LoadLogic::Motor& motor, bool overloaded);
+    void drawWarning(QPainter& painter);
+
+private: // pointer (TrussViewPointer.cpp)
+    [[nodiscard]] Target targetAt(QPoint point) const;
+    [[nodiscard]] Target loadTargetAt(QPoint point, const TrussGeometry& g) const;
+    [[nodiscard]] bool isOverGrip(QPoint point) const;
+    void beginMotorDrag(int index);
+    void beginLoadDrag(int id, float pointer);
+    void beginArrayDrag(const LoadLogic::ActiveLoad& segment, float pointer);
+    void moveMotor(float pointer);
+    void moveLoads(float pointer);
+    void followDraggedMotor();
+    [[nodiscard]] bool isDragging() const;
+    void endDrag();
+    void selectNothing();
+    void askMotorPosition(LoadLogic::Motor motor);
+    void askLoadPosition(int id);
+    [[nodiscard]] std::optional<float> askPosition(const QString& title, float position);
+    void pushUndo();
+    void recalculate();
+
+private: // menu (TrussViewMenu.cpp)
+    [[nodiscard]] int arrayForMenuAt(QPoint point) const;
+    void runMotorMenu(LoadLogic::Motor motor, QPoint position);
+    void runArrayMenu(int groupId, QPoint position);
+    void runLoadMenu(qsizetype index, QPoint position);
+    void editMotor(const LoadLogic::Motor& motor);
+    void removeMotor(const LoadLogic::Motor& motor);
+    void removeArray(int groupId);
+    void editArray(int groupId);
+    void removeLoad(qsizetype index);
+    void positionChanged();
+
+private: // data
+    std::optional<Look> m_look;
+    LoadLogic::Motor m_grabbedMotor;        ///< as it last stood in a motor drag
+    std::optional<ArraySummaries> m_arrays; ///< while a scene is drawn
 };

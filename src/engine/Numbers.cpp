@@ -8,12 +8,12 @@ namespace
 {
 
 /// No screen and no printed page is this wide [px].
-constexpr float LARGEST_PIXEL = 1'000'000.0F;
+constexpr double LARGEST_PIXEL = 1'000'000.0;
 
 /// The largest single-precision number below 2^31.
-constexpr float LARGEST_INTEGER = 2'147'483'520.0F;
+constexpr double LARGEST_INTEGER = 2'147'483'520.0;
 
-int truncated(float value, float limit)
+int truncated(double value, double limit)
 {
     if (std::isnan(value))
         return 0;
@@ -50,14 +50,14 @@ QString Numbers::general(float value)
     return QString::number(static_cast<double>(value), 'g', 6);
 }
 
-int Numbers::toPixel(float value)
+int Numbers::toPixel(double value)
 {
     return truncated(value, LARGEST_PIXEL);
 }
 
 int Numbers::toInteger(float value)
 {
-    return truncated(value, LARGEST_INTEGER);
+    return truncated(static_cast<double>(value), LARGEST_INTEGER);
 }
 
 float Numbers::toSingle(double value)

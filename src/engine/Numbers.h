@@ -24,7 +24,7 @@ QString general(float value);
 
 /// `value` truncated toward zero [px]; not-a-number gives 0, and beyond ±1 000 000 it saturates:
 /// far outside any screen, yet small enough that sums of a few of them cannot overflow.
-int toPixel(float value);
+int toPixel(double value);
 
 /// `value` truncated toward zero; not-a-number gives 0, and beyond the integers it saturates.
 int toInteger(float value);

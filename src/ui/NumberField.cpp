@@ -1,23 +1,10 @@
 #include "ui/NumberField.h"
 
+#include "canvas/NumberValidators.h"
 #include "ui/Styles.h"
 
 #include <QDoubleValidator>
 #include <QIntValidator>
-#include <QLocale>
-
-namespace
-{
-
-/// The point is the decimal sign whatever the desktop speaks, and nothing groups digits.
-QLocale pointLocale()
-{
-    QLocale locale = QLocale::c();
-    locale.setNumberOptions(QLocale::OmitGroupSeparator | QLocale::RejectGroupSeparator);
-    return locale;
-}
-
-} // namespace
 
 QLineEdit* NumberField::create(const QString& text, const QString& accessibleName)
 {
@@ -31,18 +18,14 @@ QLineEdit* NumberField::createReal(const QString& text, const QString& accessibl
                                    double top)
 {
     QLineEdit* field = create(text, accessibleName);
-    auto* validator = new QDoubleValidator(bottom, top, 1, field);
-    validator->setLocale(pointLocale());
-    field->setValidator(validator);
+    field->setValidator(NumberValidators::createReal(bottom, top, field));
     return field;
 }
 
 QLineEdit* NumberField::createInteger(const QString& text, const QString& accessibleName, int bottom, int top)
 {
     QLineEdit* field = create(text, accessibleName);
-    auto* validator = new QIntValidator(bottom, top, field);
-    validator->setLocale(pointLocale());
-    field->setValidator(validator);
+    field->setValidator(NumberValidators::createInteger(bottom, top, field));
     return field;
 }
 

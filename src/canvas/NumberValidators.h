@@ -1,0 +1,16 @@
+#pragma once
+
+class QDoubleValidator;
+class QIntValidator;
+class QObject;
+
+/// Validators for number fields, owned by `parent`. The point is the decimal sign whatever the
+/// desktop speaks, and nothing groups digits.
+namespace NumberValidators
+{
+
+/// Numbers from `bottom` to `top` with one decimal.
+QDoubleValidator* createReal(double bottom, double top, QObject* parent);
+QIntValidator* createInteger(int bottom, int top, QObject* parent);
+
+} // namespace NumberValidators
