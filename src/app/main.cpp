@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QTimer>
 
 #include <algorithm>
@@ -70,7 +71,10 @@ int report(const CommandLine& options, int& argc, char* argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     Appearance::chooseStyle();
+    // The application object looks for the folders of a desktop session, and warns where there is none.
+    QLoggingCategory::setFilterRules(u"default.warning=false"_s);
     QApplication application(argc, argv);
+    QLoggingCategory::setFilterRules(QString());
     Appearance::apply(application);
     return Batch::report(options);
 }
