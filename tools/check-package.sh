@@ -111,18 +111,32 @@ start_display()
 
 windows_of() { xdotool search --onlyvisible --pid "$1" --name . 2>/dev/null; }
 
-# check_program PREFIX: the command of the desktop entry opens an example in one window (a second
-# one would be an error box) and goes on running.
-check_program()
+has_windows() { [[ $(windows_of "$2" | wc -l) -ge $1 ]]; }
+
+# start PREFIX FILE: starts the program as its desktop entry does and sets $process.
+start()
 {
-    local prefix=$1 command process window
+    local prefix=$1 command
     command=$(sed -n 's/^Exec=//p' "$prefix/share/applications/velmora-master.desktop")
-    expect "the desktop entry's command" "velmora-master %F" "$command"
-    PATH=$prefix/bin:$PATH HOME=$scratch/home \
-        "${command%% *}" "$scratch/proyecto.rig" 2>"$scratch/said" &
+    [[ $command == "velmora-master %F" ]] || fail "FAILED: the desktop entry's command is $command"
+    PATH=$prefix/bin:$PATH HOME=$scratch/home "${command%% *}" "$2" 2>"$scratch/said" &
     process=$!
     processes+=("$process")
-    within_seconds 20 windows_of "$process" >/dev/null || fail "$(<"$scratch/said")" "FAILED: no window"
+    within_seconds 20 has_windows 1 "$process" || fail "$(<"$scratch/said")" "FAILED: no window"
+}
+
+stop()
+{
+    kill "$1"
+    wait "$1" 2>/dev/null || true
+}
+
+# The program opens an example in one window and goes on running; of a broken project it complains
+# in a second window, so the files do arrive.
+check_program()
+{
+    local prefix=$1 process window
+    start "$prefix" "$scratch/proyecto.rig"
     expect "program lies beside its guide" "$prefix/lib/velmora-master" \
         "$(dirname -- "$(readlink -- "/proc/$process/exe")")"
     [[ -f $prefix/lib/velmora-master/user_guide.html ]] || fail "FAILED: there is no guide"
@@ -134,8 +148,14 @@ check_program()
     expect "window class of the desktop entry" \
         "$(sed -n 's/^StartupWMClass=//p' "$prefix/share/applications/velmora-master.desktop")" \
         "$(xprop -id "$window" WM_CLASS | sed 's/.*"\(.*\)"$/\1/')"
-    kill "$process"
-    wait "$process" 2>/dev/null || true
+    stop "$process"
+
+    echo "no project" >"$scratch/roto.rig"
+    start "$prefix" "$scratch/roto.rig"
+    within_seconds 20 has_windows 2 "$process" || fail "FAILED: no complaint about a broken project"
+    passed "a broken project is told of"
+    stop "$process"
+
     quietly "figures without a display" env -u DISPLAY "$prefix/bin/velmora-master" --resumen \
         "$scratch/proyecto.rig"
 }
