@@ -16,6 +16,15 @@
 namespace Support
 {
 
+/// What a time limit is multiplied by in builds that are made for finding errors, not for speed.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr int SLOWNESS = 10;
+#elif !defined(NDEBUG)
+constexpr int SLOWNESS = 4;
+#else
+constexpr int SLOWNESS = 1;
+#endif
+
 /// From now to the end of the test function any warning fails it. The off-screen platform says of
 /// itself what it cannot do; that is no fault of the program's.
 inline void failOnWarnings()
