@@ -121,7 +121,7 @@ build()
 cxx_files()
 {
     local -a folders
-    mapfile -t folders < <(ls -d src tests benchmarks fuzz 2>/dev/null)
+    mapfile -t folders < <(ls -d src tests benchmarks fuzz tools 2>/dev/null)
     find "${folders[@]}" -type f \( -name '*.cpp' -o -name '*.h' \) -print0
 }
 

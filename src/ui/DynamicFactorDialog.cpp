@@ -67,6 +67,7 @@ DynamicFactorDialog::DynamicFactorDialog(QWidget* parent)
 {
     setWindowTitle(u"Factor Dinámico de Arranque/Frenado"_s);
     setMinimumSize(700, 450);
+    resize(1000, 480); // at its least width the headings would be cut off
     setStyleSheet(Styles::DIALOG);
 
     auto* layout = new QVBoxLayout(this);

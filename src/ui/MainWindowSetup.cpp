@@ -154,6 +154,7 @@ QWidget* MainWindow::buildTabRow()
     m_tabBar->setMovable(true);
     m_tabBar->setFocusPolicy(Qt::NoFocus);
     m_tabBar->setShape(QTabBar::RoundedNorth);
+    m_tabBar->setDrawBase(false); // it would shine through between the tabs
     m_tabBar->setContextMenuPolicy(Qt::CustomContextMenu);
     m_tabBar->setStyleSheet(Styles::TAB_BAR);
     m_tabBar->addTab(projects.constFirst().tabName);

@@ -1,0 +1,249 @@
+#include "app/Appearance.h"
+#include "ui/DynamicFactorDialog.h"
+#include "ui/InfoWindow.h"
+#include "ui/MainWindow.h"
+
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QFile>
+#include <QGroupBox>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTableWidget>
+#include <QTest>
+#include <QXmlStreamReader>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+QByteArray read(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString source(const char* name)
+{
+    return QStringLiteral(VELMORA_SOURCE_DIR) + u'/' + QLatin1StringView(name);
+}
+
+/// Blanks count as one, and every number as any other: those in the window change with the project.
+QString normalised(const QString& text)
+{
+    static const QRegularExpression number(u"[0-9]+(\\.[0-9]+)?"_s);
+    return QString(text).replace(number, u"0"_s).simplified();
+}
+
+} // namespace
+
+/// The user guide is one file that needs nothing else, and tells of every control.
+class TestGuide : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void document_isWellFormedAndSpanish();
+    void document_staysSmall();
+    void document_refersToNothingOutside();
+    void document_runsNothing();
+    void anchors_areUniqueAndAllResolve();
+    void pictures_haveSizeAndDescription();
+    void guide_isMadeFromTheSourceAsItStands();
+    void guide_liesBesideTheExecutable();
+    void guide_namesEveryControlOfTheWindow();
+    void guide_namesEveryColumnAndButtonOfTheDialogs();
+
+private: // helpers
+    struct Element
+    {
+        QString name;
+        QXmlStreamAttributes attributes;
+    };
+    void parse();
+    [[nodiscard]] QStringList values(const QString& attribute) const;
+    /// Of `texts`, those that the guide does not have.
+    [[nodiscard]] QStringList missing(const QStringList& texts) const;
+
+private: // data
+    QByteArray m_bytes;
+    QString m_error; ///< of the parser, empty for none
+    QList<Element> m_elements;
+    QString m_text; ///< what the reader sees, normalised
+    QString m_style;
+};
+
+void TestGuide::initTestCase()
+{
+    Appearance::apply(*qApp);
+    m_bytes = read(source("resources/user_guide.html"));
+    QVERIFY(!m_bytes.isEmpty());
+    parse();
+}
+
+void TestGuide::parse()
+{
+    QXmlStreamReader reader(m_bytes);
+    QStringList open;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement()) {
+            open.append(reader.name().toString());
+            m_elements.append({open.constLast(), reader.attributes()});
+        } else if (reader.isEndElement()) {
+            open.removeLast();
+        } else if (reader.isCharacters()) {
+            (open.constLast() == "style"_L1 ? m_style : m_text) += reader.text();
+        }
+    }
+    m_text = normalised(m_text);
+    if (reader.hasError())
+        m_error = u"line %1: %2"_s.arg(QString::number(reader.lineNumber()), reader.errorString());
+}
+
+QStringList TestGuide::values(const QString& attribute) const
+{
+    QStringList found;
+    for (const Element& element : m_elements) {
+        if (element.attributes.hasAttribute(attribute))
+            found.append(element.attributes.value(attribute).toString());
+    }
+    return found;
+}
+
+QStringList TestGuide::missing(const QStringList& texts) const
+{
+    QStringList left;
+    for (const QString& text : texts) {
+        if (!m_text.contains(normalised(text)))
+            left.append(text);
+    }
+    return left;
+}
+
+void TestGuide::document_isWellFormedAndSpanish()
+{
+    QVERIFY2(m_error.isEmpty(), qPrintable(m_error));
+    QVERIFY(m_bytes.startsWith("<!DOCTYPE html>\n"));
+    QCOMPARE(m_elements.constFirst().name, u"html"_s);
+    QCOMPARE(m_elements.constFirst().attributes.value("lang"_L1), u"es"_s);
+    QVERIFY(values(u"charset"_s).contains(u"utf-8"_s));
+    QVERIFY(values(u"name"_s).contains(u"viewport"_s));
+}
+
+void TestGuide::document_staysSmall()
+{
+    QVERIFY2(m_bytes.size() < 2'000'000, qPrintable(QString::number(m_bytes.size())));
+}
+
+void TestGuide::document_refersToNothingOutside()
+{
+    for (const QString& address : values(u"href"_s))
+        QVERIFY2(address.startsWith(u'#'), qPrintable(address));
+    for (const QString& address : values(u"src"_s))
+        QVERIFY2(address.startsWith("data:image/png;base64,"_L1), qPrintable(address.left(80)));
+    for (const auto name : {"srcset"_L1, "action"_L1, "data"_L1, "poster"_L1, "background"_L1})
+        QVERIFY2(values(name).isEmpty(), name.data());
+    QVERIFY(!m_style.contains("url("_L1));
+    QVERIFY(!m_style.contains("@import"_L1));
+}
+
+void TestGuide::document_runsNothing()
+{
+    static const QSet<QString> running{u"script"_s, u"link"_s,  u"base"_s, u"iframe"_s,
+                                       u"object"_s, u"embed"_s, u"form"_s};
+    for (const Element& element : std::as_const(m_elements)) {
+        QVERIFY2(!running.contains(element.name), qPrintable(element.name));
+        for (const QXmlStreamAttribute& attribute : element.attributes) {
+            const QString name = attribute.name().toString();
+            QVERIFY2(!name.startsWith("on"_L1) && name != "http-equiv"_L1, qPrintable(name));
+        }
+    }
+}
+
+void TestGuide::anchors_areUniqueAndAllResolve()
+{
+    const QStringList ids = values(u"id"_s);
+    const QSet<QString> known(ids.cbegin(), ids.cend());
+    QCOMPARE(known.size(), ids.size());
+    const QStringList links = values(u"href"_s);
+    QVERIFY(links.size() > 20);
+    for (const QString& link : links)
+        QVERIFY2(known.contains(link.mid(1)), qPrintable(link));
+}
+
+void TestGuide::pictures_haveSizeAndDescription()
+{
+    int pictures = 0;
+    for (const Element& element : std::as_const(m_elements)) {
+        if (element.name != "img"_L1)
+            continue;
+        ++pictures;
+        const QString description = element.attributes.value("alt"_L1).toString();
+        QVERIFY2(description.size() > 15, qPrintable(description));
+        QVERIFY2(element.attributes.value("width"_L1).toInt() > 0, qPrintable(description));
+        QVERIFY2(element.attributes.value("height"_L1).toInt() > 0, qPrintable(description));
+    }
+    QVERIFY(pictures > 15);
+}
+
+void TestGuide::guide_isMadeFromTheSourceAsItStands()
+{
+    static const QRegularExpression embedded(u"src=\"data:[^\"]*\" width=\"\\d+\" height=\"\\d+\""_s);
+    static const QRegularExpression placeholder(u"src=\"@picture:\\w+@\""_s);
+    const QString guide = QString::fromUtf8(m_bytes).replace(embedded, u"src"_s);
+    const QString made =
+        QString::fromUtf8(read(source("docs/guide/user_guide.src.html"))).replace(placeholder, u"src"_s);
+    QVERIFY(!made.isEmpty());
+    QVERIFY2(guide == made, "run tools/guide.sh");
+}
+
+void TestGuide::guide_liesBesideTheExecutable()
+{
+    const QString path = QCoreApplication::applicationDirPath() + u"/user_guide.html"_s;
+    QVERIFY2(QFile::exists(path), qPrintable(path));
+    QVERIFY(read(path) == m_bytes);
+}
+
+void TestGuide::guide_namesEveryControlOfTheWindow()
+{
+    const MainWindow window;
+    QStringList texts;
+    for (const auto* button : window.findChildren<QAbstractButton*>())
+        texts.append(button->text());
+    for (const auto* label : window.findChildren<QLabel*>())
+        texts.append(label->text());
+    for (const auto* group : window.findChildren<QGroupBox*>())
+        texts.append(group->title());
+    for (const auto* table : window.findChildren<QTableWidget*>()) {
+        for (int column = 0; column < table->columnCount(); ++column)
+            texts.append(table->horizontalHeaderItem(column)->text());
+    }
+    QVERIFY(texts.contains(u"📂 ABRIR"_s));
+    QVERIFY(texts.contains(u"CPL Máx:"_s));
+    QVERIFY(texts.contains(u"DINÁMICA (kg)"_s));
+    QCOMPARE(missing(texts), QStringList());
+}
+
+void TestGuide::guide_namesEveryColumnAndButtonOfTheDialogs()
+{
+    const DynamicFactorDialog dynamic(nullptr);
+    const InfoWindow info(nullptr);
+    QStringList texts{dynamic.windowTitle(), info.windowTitle()};
+    const auto* table = dynamic.findChild<QTableWidget*>();
+    for (int column = 0; column < table->columnCount(); ++column)
+        texts.append(table->horizontalHeaderItem(column)->text());
+    for (const QWidget* dialog :
+         {static_cast<const QWidget*>(&dynamic), static_cast<const QWidget*>(&info)}) {
+        for (const auto* button : dialog->findChildren<QAbstractButton*>())
+            texts.append(button->text());
+    }
+    QVERIFY(texts.contains(u"CERRAR"_s));
+    QCOMPARE(missing(texts), QStringList());
+}
+
+QTEST_MAIN(TestGuide)
+#include "tst_guide.moc"
