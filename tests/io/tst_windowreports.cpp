@@ -1,0 +1,539 @@
+#include "io/ReportPage.h"
+#include "support/Dialogs.h"
+#include "support/ReportDocument.h"
+#include "support/Window.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QProgressDialog>
+#include <QStackedWidget>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+using Support::Answer;
+using Support::Bench;
+using Support::BoxAnswer;
+using Support::ReportDocument;
+
+namespace
+{
+
+/// Stands for the desktop's browser while it lives.
+class Browser : public QObject
+{
+    Q_OBJECT
+
+public:
+    Browser()
+    {
+        QDesktopServices::setUrlHandler(u"file"_s, this, "open");
+    }
+    ~Browser() override
+    {
+        QDesktopServices::unsetUrlHandler(u"file"_s);
+    }
+    Browser(const Browser&) = delete;
+    Browser& operator=(const Browser&) = delete;
+
+    QList<QUrl> urls;
+
+public slots:
+    void open(const QUrl& url)
+    {
+        urls.append(url);
+    }
+};
+
+/// A temporary directory of this test alone, for as long as it lives.
+class TemporaryDirectory
+{
+public:
+    TemporaryDirectory()
+    {
+        m_before = qgetenv("TMPDIR");
+        qputenv("TMPDIR", QFile::encodeName(m_folder.path()));
+    }
+    ~TemporaryDirectory()
+    {
+        qputenv("TMPDIR", m_before);
+    }
+    TemporaryDirectory(const TemporaryDirectory&) = delete;
+    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+
+    [[nodiscard]] QString path(const QString& name) const
+    {
+        return m_folder.filePath(name);
+    }
+    [[nodiscard]] QStringList files(const QString& pattern = u"*"_s) const
+    {
+        return QDir(m_folder.path()).entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Name);
+    }
+    [[nodiscard]] QString report() const
+    {
+        QFile file(path(files(u"informe_rigging_*.html"_s).value(0)));
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QByteArray m_before;
+};
+
+ReportPage* pageOf(const Bench& bench)
+{
+    return bench.window.findChild<ReportPage*>();
+}
+
+int currentPage(const Bench& bench)
+{
+    return bench.window.findChild<QStackedWidget*>(u"centralWidget"_s)->currentIndex();
+}
+
+/// All that the user can see of the current project, and what stands behind it.
+QStringList seen(const Bench& bench)
+{
+    QStringList texts;
+    const auto fields = bench.window.findChildren<QLineEdit*>();
+    for (const QLineEdit* field : fields)
+        texts.append(field->text());
+    texts.append(QString::number(bench.window.selectedLoadId));
+    texts.append(QString::number(bench.window.selectedMotorIndex));
+    texts.append(QString::number(bench.loadPanel()->isHidden())
+                 + QString::number(bench.motorPanel()->isHidden()));
+    texts.append(QString::number(bench.window.currentProjectIndex) + bench.tabBar()->tabText(0));
+    texts.append(QString::number(LoadLogic::TrussLength));
+    texts.append(QString::number(LoadLogic::TrussStress_Percentage) + QString::number(LoadLogic::isUnstable));
+    texts.append(QString::number(LoadLogic::LED_TotalWeight) + QString::number(LoadLogic::Screen_Width));
+    for (const LoadLogic::Motor& motor : std::as_const(LoadLogic::MotorList))
+        texts.append(motor.modelName + QString::number(motor.positionX) + u' '
+                     + QString::number(motor.totalLoad));
+    for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads))
+        texts.append(load.name + load.type + QString::number(load.mass) + u' '
+                     + QString::number(load.positionX));
+    return texts;
+}
+
+/// One motor in the middle of the truss.
+void makeUnstable()
+{
+    LoadLogic::MotorList.removeLast();
+    LoadLogic::MotorList[0].positionX = 6.0F;
+}
+
+/// Prints, and answers the box that says that all went well.
+void print(Bench& bench)
+{
+    const BoxAnswer box(QMessageBox::Ok);
+    bench.window.onPrintReportClicked();
+    QVERIFY(box.given());
+    QCOMPARE(box.title, u"Informe Generado"_s);
+}
+
+} // namespace
+
+class TestWindowReports : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void page_isShownAndLeft();
+    void page_listsEveryTabUnderItsTitle();
+    void page_seesTheLatestEdits();
+    void page_leavesTheDesignAsItWas();
+    void page_ofASelectedSegment_keepsItSelected();
+    void page_withoutProjects_isEmptyAndTouchesNothing();
+    void page_keepsItsContentUntilTheNextFill();
+    void page_refreshesTheSnapshotOfTheCurrentTabOnly();
+    void print_writesADocumentAndADrawingForEachTab();
+    void print_opensTheDocumentInTheBrowser();
+    void print_leavesTheDesignAsItWas();
+    void print_headlineIsTheCurrentTab();
+    void print_withoutProjects_isOfNoName();
+    void print_takesTitlesFromTheTabs();
+    void print_namesStayAsTyped();
+    void print_agreesWithThePage();
+    void print_drawsEveryProject();
+    void print_replacesEarlierDrawings();
+    void print_doesNotFollowAPlantedLink();
+    void print_withoutBrowser_tellsThePath();
+    void print_intoNoFolder_isTold();
+    void unsavableDrawing_isNotReported();
+    void longReport_canBeCancelledWithoutATrace();
+    void shortReport_showsNoDialog();
+};
+
+void TestWindowReports::page_isShownAndLeft()
+{
+    Bench bench;
+    bench.button(u"📊 GENERAR INFORME ESTRUCTURAL"_s)->click();
+    QCOMPARE(currentPage(bench), 1);
+    bench.button(u"← VOLVER AL DISEÑO"_s)->click();
+    QCOMPARE(currentPage(bench), 0);
+}
+
+void TestWindowReports::page_listsEveryTabUnderItsTitle()
+{
+    Bench bench;
+    bench.tabBar()->setTabText(0, u"Primero"_s);
+    bench.window.onAddTab();
+    makeUnstable();
+    bench.window.onGenerateReportClicked();
+    const QTableWidget* table = pageOf(bench)->table();
+    QCOMPARE(table->rowCount(), 3 + 2);
+    QCOMPARE(table->item(0, 0)->text(), u"--- PROYECTO: Primero ---"_s);
+    QCOMPARE(table->item(1, 3)->text(), u"50.0"_s); // the first project's motors are the heavier ones
+    QCOMPARE(table->item(3, 0)->text(), u"--- PROYECTO: Proyecto 2 ---"_s);
+    QCOMPARE(table->item(4, 3)->text(), u"25.0"_s);
+    QVERIFY(pageOf(bench)->certificate()->text().contains(u"ALERTA"_s));
+}
+
+void TestWindowReports::page_seesTheLatestEdits()
+{
+    Bench bench;
+    bench.hangLoad(123.4F, 6.0F);
+    bench.window.onGenerateReportClicked();
+    QCOMPARE(pageOf(bench)->table()->item(4, 2)->text(), u"123.4 kg"_s);
+    QCOMPARE(bench.window.projects.at(0).loads.size(), 1);
+}
+
+void TestWindowReports::page_leavesTheDesignAsItWas()
+{
+    Bench bench;
+    bench.window.onAddTab();
+    bench.setText("trussLength", u"20"_s);
+    bench.window.onAddTab();
+    bench.tabBar()->setCurrentIndex(0);
+    bench.hangLoad(100.0F, 3.0F);
+    bench.setText("screenWidth", u"4,5x"_s); // a text that no snapshot could bring back
+    bench.window.showMotorProperties(1);
+    const QStringList before = seen(bench);
+    const int undoDepth = bench.undoDepth();
+    bench.window.onGenerateReportClicked();
+    QCOMPARE(seen(bench), before);
+    QCOMPARE(bench.undoDepth(), undoDepth);
+}
+
+void TestWindowReports::page_ofASelectedSegment_keepsItSelected()
+{
+    Bench bench;
+    bench.addScreen();
+    bench.window.onAddTab();
+    bench.tabBar()->setCurrentIndex(0);
+    const QStringList before = seen(bench);
+    QVERIFY(bench.window.selectedLoadId != -1);
+    bench.window.onGenerateReportClicked();
+    QCOMPARE(seen(bench), before);
+}
+
+void TestWindowReports::page_withoutProjects_isEmptyAndTouchesNothing()
+{
+    Bench bench;
+    bench.window.projects.clear();
+    bench.window.currentProjectIndex = -1;
+    makeUnstable();
+    const Support::CalculationWatch watch;
+    bench.window.onGenerateReportClicked();
+    QVERIFY(!Support::CalculationWatch::calculated());
+    QCOMPARE(pageOf(bench)->table()->rowCount(), 0);
+    QVERIFY(pageOf(bench)->certificate()->text().contains(u"SISTEMA COMPLETO APTO"_s));
+    QCOMPARE(LoadLogic::MotorList.size(), 1);
+}
+
+void TestWindowReports::page_keepsItsContentUntilTheNextFill()
+{
+    Bench bench;
+    bench.window.onGenerateReportClicked();
+    bench.window.onBackToDesignClicked();
+    bench.hangLoad(100.0F, 6.0F);
+    QCOMPARE(pageOf(bench)->table()->rowCount(), 3);
+    bench.window.onGenerateReportClicked();
+    QCOMPARE(pageOf(bench)->table()->rowCount(), 5);
+}
+
+void TestWindowReports::page_refreshesTheSnapshotOfTheCurrentTabOnly()
+{
+    Bench bench;
+    bench.window.onAddTab();
+    bench.window.projects[0].tabName = u"otro"_s;
+    bench.window.onGenerateReportClicked();
+    QCOMPARE(bench.window.projects.at(0).tabName, u"otro"_s);
+    QCOMPARE(bench.window.projects.at(1).tabName, u"Proyecto 2"_s);
+}
+
+void TestWindowReports::print_writesADocumentAndADrawingForEachTab()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    Bench bench;
+    bench.window.onAddTab();
+    print(bench);
+
+    QCOMPARE(temporary.files(u"truss_schema_*.jpg"_s),
+             QStringList({u"truss_schema_0.jpg"_s, u"truss_schema_1.jpg"_s}));
+    const QStringList reports = temporary.files(u"*.html"_s);
+    QCOMPARE(reports.size(), 1);
+    QVERIFY(QRegularExpression(u"^informe_rigging_\\d{8}_\\d{6}\\.html$"_s).match(reports.at(0)).hasMatch());
+    QCOMPARE(temporary.files().size(), 3);
+
+    const ReportDocument document(temporary.report());
+    QCOMPARE(document.error(), QString());
+    QCOMPARE(document.images, temporary.files(u"truss_schema_*.jpg"_s));
+    QVERIFY(document.results.contains(
+        u"Este informe agrupa 2 proyectos independientes analizados para este evento."_s));
+    for (const QString& name : temporary.files(u"*.jpg"_s)) {
+        const QImage drawing(temporary.path(name));
+        QCOMPARE(drawing.size(), QSize(2000, 800));
+    }
+}
+
+void TestWindowReports::print_opensTheDocumentInTheBrowser()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    Bench bench;
+    const BoxAnswer box(QMessageBox::Ok);
+    bench.window.onPrintReportClicked();
+    QVERIFY(box.given());
+    QCOMPARE(box.title, u"Informe Generado"_s);
+    QCOMPARE(box.text, u"Se ha generado un informe consolidado.\n\nEl archivo se ha abierto en su navegador "
+                       "predeterminado."_s);
+    QCOMPARE(box.icon, QMessageBox::Information);
+    QCOMPARE(box.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(box.parent, &bench.window);
+    QCOMPARE(browser.urls,
+             QList<QUrl>{QUrl::fromLocalFile(temporary.path(temporary.files(u"*.html"_s).at(0)))});
+}
+
+void TestWindowReports::print_leavesTheDesignAsItWas()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    Bench bench;
+    bench.window.onAddTab();
+    makeUnstable();
+    bench.window.onAddTab();
+    bench.tabBar()->setCurrentIndex(0);
+    bench.addScreen();
+    bench.window.showMotorProperties(0);
+    bench.setText("screenHeight", u"2."_s);
+    const QStringList before = seen(bench);
+    const int undoDepth = bench.undoDepth();
+    print(bench);
+    QCOMPARE(seen(bench), before);
+    QCOMPARE(bench.undoDepth(), undoDepth);
+    QVERIFY(QGuiApplication::overrideCursor() == nullptr);
+}
+
+void TestWindowReports::print_headlineIsTheCurrentTab()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    Bench bench;
+    bench.window.onAddTab();
+    print(bench);
+    QCOMPARE(ReportDocument(temporary.report()).headings.at(0), u"INFORME: Proyecto 2"_s);
+}
+
+void TestWindowReports::print_withoutProjects_isOfNoName()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    Bench bench;
+    bench.window.projects.clear();
+    bench.window.currentProjectIndex = -1;
+    print(bench);
+    const ReportDocument document(temporary.report());
+    QCOMPARE(document.headings.at(0), u"INFORME: Sin Nombre"_s);
+    QVERIFY(document.headings.contains(u"✅ CONFIGURACIÓN GLOBAL APTA"_s));
+    QCOMPARE(temporary.files().size(), 1);
+}
+
+void TestWindowReports::print_takesTitlesFromTheTabs()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    Bench bench;
+    bench.window.onAddTab();
+    bench.tabBar()->setTabText(0, u"Escenario A"_s);
+    print(bench);
+    const ReportDocument document(temporary.report());
+    QVERIFY(document.headings.contains(u"PROYECTO: Escenario A"_s));
+    QVERIFY(document.headings.contains(u"PROYECTO: Proyecto 2"_s));
+}
+
+void TestWindowReports::print_namesStayAsTyped()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    Bench bench;
+    const QString name = u"50%1 \"A\" %9"_s;
+    bench.tabBar()->setTabText(0, name);
+    LoadLogic::MotorList[0].modelName = name;
+    LoadLogic::MotorList[1].modelName = u"<b>"_s;
+    print(bench);
+    const QString html = temporary.report();
+    QVERIFY(html.contains(u"INFORME: <span style='font-size: 0.8em;'>"_s + name + u"</span>"_s));
+    QVERIFY(html.contains(u"<h3>PROYECTO: "_s + name + u"</h3>"_s));
+    QVERIFY(html.contains(u"<tr><td>"_s + name + u"</td><td>-6.00m</td>"_s));
+    QVERIFY(html.contains(u"<tr><td><b></td><td>+6.00m</td>"_s));
+}
+
+void TestWindowReports::print_agreesWithThePage()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    Bench bench;
+    bench.hangLoad(1500.0F, 6.0F);
+    LoadLogic::MotorList[0].capacity = 500.0F;
+    bench.window.onGenerateReportClicked();
+    print(bench);
+    const ReportDocument document(temporary.report());
+    const QTableWidget* table = pageOf(bench)->table();
+    for (int motor = 0; motor < 2; ++motor) {
+        for (int column = 0; column < 7; ++column)
+            QCOMPARE(document.tables.at(0).rows.at(motor).cells.at(column),
+                     table->item(1 + motor, column)->text());
+    }
+    QCOMPARE(table->item(1, 7)->text(), u"EXCESO ESTÁTICO ❌"_s);
+    QCOMPARE(document.tables.at(0).rows.at(0).cells.at(7), u"SOBRECARGA ESTÁTICA"_s);
+}
+
+void TestWindowReports::print_drawsEveryProject()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    Bench bench;
+    bench.window.onAddTab();
+    bench.hangLoad(100.0F, 3.0F);
+    print(bench);
+
+    // The second project is in the engine: its drawing is what is rendered now; the first is empty.
+    const QImage second(temporary.path(u"truss_schema_1.jpg"_s));
+    const QImage first(temporary.path(u"truss_schema_0.jpg"_s));
+    QVERIFY(first != second);
+    QCOMPARE(first.pixelColor(2, 2), QColor(Qt::white));
+    QVERIFY(pageOf(bench)->drawing()->printMode);
+}
+
+void TestWindowReports::print_replacesEarlierDrawings()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    QFile old(temporary.path(u"truss_schema_0.jpg"_s));
+    QVERIFY(old.open(QIODevice::WriteOnly));
+    QVERIFY(old.write("viejo") > 0);
+    old.close();
+    Bench bench;
+    print(bench);
+    QVERIFY(!QImage(temporary.path(u"truss_schema_0.jpg"_s)).isNull());
+}
+
+void TestWindowReports::print_doesNotFollowAPlantedLink()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    const QTemporaryDir elsewhere;
+    const QString victim = elsewhere.filePath(u"ajeno"_s);
+    QVERIFY(QFile::link(victim, temporary.path(u"truss_schema_0.jpg"_s)));
+    Bench bench;
+    print(bench);
+    QVERIFY(!QFile::exists(victim));
+    QVERIFY(!QImage(temporary.path(u"truss_schema_0.jpg"_s)).isNull());
+}
+
+void TestWindowReports::print_withoutBrowser_tellsThePath()
+{
+    const TemporaryDirectory temporary;
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u".*"_s)); // Qt tells that it found none
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", "/no/such/folder");
+    Bench bench;
+    const BoxAnswer box(QMessageBox::Ok);
+    bench.window.onPrintReportClicked();
+    qputenv("PATH", path);
+    QVERIFY(box.given());
+    QCOMPARE(box.title, u"Error de Navegador"_s);
+    QCOMPARE(box.text, u"No se pudo abrir el navegador automáticamente.\n\nBusque el archivo en: "_s
+                           + temporary.path(temporary.files(u"*.html"_s).at(0)));
+    QCOMPARE(box.icon, QMessageBox::Warning);
+    QCOMPARE(box.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(box.format, Qt::PlainText);
+}
+
+void TestWindowReports::print_intoNoFolder_isTold()
+{
+    if (!QFileInfo(u"/proc/self"_s).exists())
+        QSKIP("No folder here that refuses files from everybody");
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", "/proc");
+    const Browser browser;
+    Bench bench;
+    const BoxAnswer box(QMessageBox::Ok);
+    bench.window.onPrintReportClicked();
+    qputenv("TMPDIR", before);
+    QVERIFY(box.given());
+    QCOMPARE(box.title, u"Error de Escritura"_s);
+    QVERIFY(box.text.startsWith(u"No se pudo crear el archivo del informe en:\n/proc/informe_rigging_"_s));
+    QCOMPARE(box.icon, QMessageBox::Critical);
+    QCOMPARE(box.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QVERIFY(browser.urls.isEmpty());
+}
+
+void TestWindowReports::unsavableDrawing_isNotReported()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    QVERIFY(QDir().mkdir(temporary.path(u"truss_schema_0.jpg"_s)));
+    Bench bench;
+    print(bench);
+    QCOMPARE(ReportDocument(temporary.report()).images, QStringList(u"truss_schema_0.jpg"_s));
+}
+
+void TestWindowReports::longReport_canBeCancelledWithoutATrace()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    Bench bench;
+    bench.hangLoad(100.0F, 3.0F);
+    while (bench.window.projects.size() < 1000) { // far more than two seconds' worth
+        bench.window.projects.append(bench.window.captureCurrentState());
+        bench.window.projects.last().trussLength = 30.0F;
+    }
+    const QStringList before = seen(bench);
+    QString label;
+    const Answer<QProgressDialog> cancel([&label](QProgressDialog& dialog) {
+        label = dialog.labelText();
+        dialog.findChild<QPushButton*>()->click();
+    });
+    QElapsedTimer clock;
+    clock.start();
+    bench.window.onPrintReportClicked();
+
+    QVERIFY(cancel.given());
+    QVERIFY(clock.elapsed() >= 2000);
+    QCOMPARE(label, u"Preparando el informe de los proyectos…"_s);
+    QCOMPARE(temporary.files(), QStringList());
+    QVERIFY(browser.urls.isEmpty());
+    QCOMPARE(seen(bench), before);
+    QVERIFY(QGuiApplication::overrideCursor() == nullptr);
+}
+
+void TestWindowReports::shortReport_showsNoDialog()
+{
+    const TemporaryDirectory temporary;
+    const Browser browser;
+    Bench bench;
+    bench.window.onAddTab();
+    print(bench); // its watchdog would close any other dialog, and say so
+    QVERIFY(bench.window.findChildren<QProgressDialog*>().isEmpty());
+}
+
+QTEST_MAIN(TestWindowReports)
+#include "tst_windowreports.moc"
