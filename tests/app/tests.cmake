@@ -3,6 +3,12 @@ velmora_test(app locale)
 velmora_test(app desktop)
 velmora_test(app commandline)
 velmora_test(app summary)
+velmora_test(app appearance)
+velmora_test(app program)
+target_compile_definitions(tst_app_program PRIVATE
+    VELMORA_EXECUTABLE="$<TARGET_FILE:velmora-master>"
+)
+add_dependencies(tst_app_program velmora-master)
 velmora_test(app guide)
 if(TARGET velmora_guide) # the guide is to lie beside the executable
     add_dependencies(tst_app_guide velmora_guide)
