@@ -1,4 +1,5 @@
 # velmora_test(io NAME) for each tst_NAME.cpp of this folder
+velmora_test(io browser)
 velmora_test(io examples)
 velmora_test(io htmlreport)
 velmora_test(io projectfigures)
