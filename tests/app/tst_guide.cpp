@@ -1,4 +1,6 @@
 #include "app/Appearance.h"
+#include "engine/Numbers.h"
+#include "io/ProjectFigures.h"
 #include "ui/DynamicFactorDialog.h"
 #include "ui/InfoWindow.h"
 #include "ui/MainWindow.h"
@@ -13,6 +15,8 @@
 #include <QTableWidget>
 #include <QTest>
 #include <QXmlStreamReader>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -37,6 +41,31 @@ QString normalised(const QString& text)
     return QString(text).replace(number, u"0"_s).simplified();
 }
 
+/// The guide's worked example, before the bigger motor: 12 m, motors 5 m to both sides of the
+/// centre, PA of 350 kg at 4 m to both sides, a spotlight of 120 kg at +3 m, and a screen of 572 kg
+/// in 8 segments around the centre.
+LoadLogic::ProjectState workedExample()
+{
+    LoadLogic::ProjectState project;
+    for (const float x : {1.0F, 11.0F}) {
+        LoadLogic::Motor motor;
+        motor.positionX = x;
+        project.motors.append(motor);
+    }
+    const auto hang = [&project](float mass, float x) {
+        LoadLogic::ActiveLoad load;
+        load.mass = mass;
+        load.positionX = x;
+        project.loads.append(load);
+    };
+    hang(350.0F, 2.0F);
+    hang(350.0F, 10.0F);
+    hang(120.0F, 9.0F);
+    for (int segment = 0; segment < 8; ++segment)
+        hang(71.5F, 4.25F + 0.5F * static_cast<float>(segment));
+    return project;
+}
+
 } // namespace
 
 /// The user guide is one file that needs nothing else, and tells of every control.
@@ -54,6 +83,7 @@ private slots:
     void pictures_haveSizeAndDescription();
     void guide_isMadeFromTheSourceAsItStands();
     void guide_liesBesideTheExecutable();
+    void example_hasTheFiguresOfTheProgram();
     void guide_namesEveryControlOfTheWindow();
     void guide_namesEveryColumnAndButtonOfTheDialogs();
 
@@ -72,7 +102,8 @@ private: // data
     QByteArray m_bytes;
     QString m_error; ///< of the parser, empty for none
     QList<Element> m_elements;
-    QString m_text; ///< what the reader sees, normalised
+    QString m_rawText; ///< what the reader sees
+    QString m_text;    ///< the same, normalised
     QString m_style;
 };
 
@@ -96,10 +127,10 @@ void TestGuide::parse()
         } else if (reader.isEndElement()) {
             open.removeLast();
         } else if (reader.isCharacters()) {
-            (open.constLast() == "style"_L1 ? m_style : m_text) += reader.text();
+            (open.constLast() == "style"_L1 ? m_style : m_rawText) += reader.text();
         }
     }
-    m_text = normalised(m_text);
+    m_text = normalised(m_rawText);
     if (reader.hasError())
         m_error = u"line %1: %2"_s.arg(QString::number(reader.lineNumber()), reader.errorString());
 }
@@ -206,6 +237,36 @@ void TestGuide::guide_liesBesideTheExecutable()
     const QString path = QCoreApplication::applicationDirPath() + u"/user_guide.html"_s;
     QVERIFY2(QFile::exists(path), qPrintable(path));
     QVERIFY(read(path) == m_bytes);
+}
+
+// Each motor: half of the truss, 12 × 8.4 / 2 = 50.4, of the PA, 350, and of the screen, 286; of the
+// spotlight at 8 of 10 m from the left one 24 and 96.
+void TestGuide::example_hasTheFiguresOfTheProgram()
+{
+    LoadLogic::ProjectState project = workedExample();
+    const ProjectFigures small = ProjectFigures::calculate(project);
+    project.motors[1].capacity = 2000.0F;
+    project.motors[1].selfWeight = 80.0F;
+    const ProjectFigures big = ProjectFigures::calculate(project);
+
+    QVERIFY(small.motors.at(1).verdict == ProjectFigures::Verdict::DynamicOverload);
+    QVERIFY(!small.fits());
+    QVERIFY(big.fits());
+    const QList<std::pair<float, QString>> figures{
+        {small.motors.at(0).atPoint, u"710.4"_s},
+        {small.motors.at(1).atPoint, u"782.4"_s},
+        {small.motors.at(0).staticLoad, u"760.4"_s},
+        {small.motors.at(1).staticLoad, u"832.4"_s},
+        {small.motors.at(0).dynamicLoad, u"950.5"_s},
+        {small.motors.at(1).dynamicLoad, u"1040.5"_s},
+        {big.motors.at(1).staticLoad, u"862.4"_s},
+        {big.motors.at(1).dynamicLoad, u"1078.0"_s},
+        {big.stress, u"35.9"_s}, // 1724.7 / 4800
+    };
+    for (const auto& [figure, text] : figures) {
+        QCOMPARE(Numbers::fixed(figure, 1), text);
+        QVERIFY2(m_rawText.contains(text), qPrintable(text));
+    }
 }
 
 void TestGuide::guide_namesEveryControlOfTheWindow()
