@@ -25,7 +25,7 @@ float LedArray::totalWeight() const
 
 int LedArray::segmentCount() const
 {
-    return std::clamp(Numbers::toInteger(std::ceil(width / SEGMENT_PITCH)), 1, LARGEST_SEGMENT_COUNT);
+    return std::max(1, Numbers::toInteger(std::ceil(width / SEGMENT_PITCH)));
 }
 
 float LedArray::segmentMass() const
@@ -37,7 +37,7 @@ std::vector<float> LedArray::segmentPositions(float centre, float trussLength) c
 {
     const float leftEdge = std::max(0.0F, centre - width / 2.0F);
     const float rightEdge = std::min(trussLength, centre + width / 2.0F);
-    const int count = segmentCount();
+    const int count = std::min(segmentCount(), LARGEST_SEGMENT_COUNT);
 
     std::vector<float> positions;
     for (int k = 0; k < count; ++k) {

@@ -14,15 +14,15 @@ struct LedArray
 
     /// Panels over the whole area plus the bar over the width, plus the cable allowance [kg].
     [[nodiscard]] float totalWeight() const;
-    /// Segments that the width asks for, from 1 to `LARGEST_SEGMENT_COUNT`.
+    /// Segments that the width asks for, at least 1.
     [[nodiscard]] int segmentCount() const;
     /// The total weight shared equally among `segmentCount()` [kg].
     [[nodiscard]] float segmentMass() const;
     /// Where the segments hang [m from the left end] when the screen is centred at `centre` [m] of
     /// a truss of `trussLength` [m]. The first is always there; those beyond the screen's or the
-    /// truss's right end are left out, and the rest keep their mass.
+    /// truss's right end or beyond `LARGEST_SEGMENT_COUNT` are left out; the rest keep their mass.
     [[nodiscard]] std::vector<float> segmentPositions(float centre, float trussLength) const;
 
-    /// Bounds what a width of a billion metres asks for: a screen of 50 km.
+    /// Bounds what a billion metres of screen and truss ask for: a screen of 50 km.
     static constexpr int LARGEST_SEGMENT_COUNT = 100'000;
 };

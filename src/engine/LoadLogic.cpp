@@ -15,8 +15,8 @@ namespace
 /// Closer to the centre than this a position reads as the centre itself [m].
 constexpr float CENTRE_TOLERANCE = 0.001F;
 
-/// Ids this near to the largest integer do not move the counters.
-constexpr int LARGEST_RESERVED_ID = std::numeric_limits<int>::max() - 1'000'000;
+/// Ids beyond this do not move the counters, which leaves them a billion steps to go.
+constexpr int LARGEST_RESERVED_ID = std::numeric_limits<int>::max() / 2;
 
 int largestMotorId()
 {

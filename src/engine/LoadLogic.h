@@ -111,8 +111,8 @@ public: // placing
     /// recalculating: for whoever adds many and recalculates once. Returns the id.
     static int PlaceLoad(ActiveLoad load);
     /// Moves both counters past the ids that `state` uses, so that what is added later never
-    /// shares an id or a group with what a file brought along. Ids within a million of the
-    /// largest integer are left alone, so that the counters cannot overflow.
+    /// shares an id or a group with what a file brought along. Ids beyond half the integers are
+    /// left alone, so that the counters cannot overflow.
     static void ReserveIds(const ProjectState& state);
 
 public: // queries

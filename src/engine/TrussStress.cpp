@@ -177,5 +177,6 @@ void LoadLogic::CalcularStressTruss()
     const double spans = largestSpanMoment(motors, loads, w) / referenceMoment;
     const double overhangs =
         largestOverhangMoment(motors.front(), motors.back(), loads, w) / cantileverMoment;
-    TrussStress_Percentage = Numbers::toSingle(std::max(spans, overhangs) * 100.0);
+    // Starting from 0, what is not a number (infinite moment by infinite rating) rates nothing.
+    TrussStress_Percentage = Numbers::toSingle(std::max({0.0, spans, overhangs}) * 100.0);
 }

@@ -1,0 +1,330 @@
+#include "engine/LoadLogic.h"
+#include "support/Layouts.h"
+
+#include <QTest>
+
+#include <limits>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using Motor = LoadLogic::Motor;
+using ActiveLoad = LoadLogic::ActiveLoad;
+using ProjectState = LoadLogic::ProjectState;
+
+namespace
+{
+
+constexpr int LARGEST_ID = std::numeric_limits<int>::max();
+
+Motor motorAt(int id, float x)
+{
+    Motor motor;
+    motor.id = id;
+    motor.positionX = x;
+    return motor;
+}
+
+ProjectState projectWithLoad(int id, int groupId)
+{
+    ActiveLoad load;
+    load.id = id;
+    load.groupId = groupId;
+    ProjectState state;
+    state.loads.append(load);
+    return state;
+}
+
+} // namespace
+
+class ModelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void engineAtProgramStart_hasTheUsualProject();
+    void newMotor_hasTheUsualValues();
+    void newLoad_hasTheUsualValues();
+    void newProjectState_equalsTheStartOfTheEngine();
+    void copiedState_isIndependent();
+    void movedState_leavesTheSourceEmpty();
+    void loading_takesTrussMotorsAndLoadsOnly();
+    void loan_givesEverythingBack();
+    void loan_letsTheCountersGoOn();
+    void motor_isFoundByIdAndPosition();
+    void motorMovedMeanwhile_isFoundById();
+    void motorNotInTheList_isNotFound();
+    void load_isFoundById();
+    void motorWithoutName_isCalledByItsId();
+    void screens_areTheTwoTypeWordsExactly();
+    void idsOfAnOpenedProject_areReserved();
+    void smallerIds_doNotLowerTheCounters();
+    void hugeIds_areLeftAlone();
+
+private: // data
+    int m_firstLoadId = 0;
+    int m_firstGroupId = 0;
+};
+
+void ModelTest::initTestCase()
+{
+    m_firstLoadId = LoadLogic::NextLoadId;
+    m_firstGroupId = LoadLogic::NextGroupId;
+    QCOMPARE(LoadLogic::TrussStress_Percentage, 0.0F);
+    QCOMPARE(LoadLogic::isUnstable, false);
+    QVERIFY(LoadLogic::MotorList.isEmpty());
+    QVERIFY(LoadLogic::ActiveLoads.isEmpty());
+}
+
+void ModelTest::init()
+{
+    Layouts::resetEngine();
+    LoadLogic::NextLoadId = m_firstLoadId;
+    LoadLogic::NextGroupId = m_firstGroupId;
+}
+
+void ModelTest::engineAtProgramStart_hasTheUsualProject()
+{
+    QCOMPARE(m_firstLoadId, 1);
+    QCOMPARE(m_firstGroupId, 100);
+    QCOMPARE(LoadLogic::TrussLength, 12.0F);
+    QCOMPARE(LoadLogic::TrussSelfWeight, 8.4F);
+    QCOMPARE(LoadLogic::Limit_CPL, 1600.0F);
+    QCOMPARE(LoadLogic::Screen_Width, 4.0F);
+    QCOMPARE(LoadLogic::Screen_Height, 3.0F);
+    QCOMPARE(LoadLogic::Screen_Weight_M2, 40.0F);
+    QCOMPARE(LoadLogic::Bumper_Weight_Per_Meter, 10.0F);
+    QCOMPARE(LoadLogic::LED_TotalWeight, 0.0F);
+}
+
+void ModelTest::newMotor_hasTheUsualValues()
+{
+    const Motor motor;
+    QCOMPARE(motor.id, 0);
+    QCOMPARE(motor.modelName, u"Motor"_s);
+    QCOMPARE(motor.positionX, 0.0F);
+    QCOMPARE(motor.staticLoad, 0.0F);
+    QCOMPARE(motor.totalLoad, 0.0F);
+    QCOMPARE(motor.capacity, 1000.0F);
+    QCOMPARE(motor.selfWeight, 50.0F);
+}
+
+void ModelTest::newLoad_hasTheUsualValues()
+{
+    const ActiveLoad load;
+    QCOMPARE(load.id, 0);
+    QCOMPARE(load.mass, 500.0F);
+    QCOMPARE(load.positionX, 0.0F);
+    QCOMPARE(load.type, u"Standard"_s);
+    QCOMPARE(load.name, u"Carga"_s);
+    QCOMPARE(load.groupId, -1);
+    QCOMPARE(load.screenWidth, 0.0F);
+    QCOMPARE(load.screenHeight, 0.0F);
+    QCOMPARE(load.screenWeightM2, 0.0F);
+    QCOMPARE(load.bumperWeightPerMeter, 0.0F);
+    QCOMPARE(load.cableWeightPercent, 7.0F);
+}
+
+void ModelTest::newProjectState_equalsTheStartOfTheEngine()
+{
+    const ProjectState state;
+    QCOMPARE(state.tabName, u"Proyecto"_s);
+    QCOMPARE(state.trussLength, 12.0F);
+    QCOMPARE(state.trussSelfWeight, 8.4F);
+    QCOMPARE(state.limitCPL, 1600.0F);
+    QCOMPARE(state.screenWidth, 4.0F);
+    QCOMPARE(state.screenHeight, 3.0F);
+    QCOMPARE(state.screenWeightM2, 40.0F);
+    QCOMPARE(state.bumperWeightPerMeter, 10.0F);
+    QCOMPARE(state.cableWeightPercent, 7.0F);
+    QCOMPARE(state.ledTotalWeight, 0.0F);
+    QCOMPARE(state.trussStressPercentage, 0.0F);
+    QCOMPARE(state.isUnstable, false);
+    QVERIFY(state.motors.isEmpty());
+    QVERIFY(state.loads.isEmpty());
+    QCOMPARE(state.selectedLoadId, -1);
+    QCOMPARE(state.projectCounter, 100);
+}
+
+void ModelTest::copiedState_isIndependent()
+{
+    ProjectState original = projectWithLoad(3, -1);
+    original.motors.append(motorAt(1, 2.0F));
+    ProjectState copy = original;
+    copy.motors[0].positionX = 9.0F;
+    copy.loads[0].name = u"Otra"_s;
+
+    QCOMPARE(original.motors.at(0).positionX, 2.0F);
+    QCOMPARE(original.loads.at(0).name, u"Carga"_s);
+}
+
+void ModelTest::movedState_leavesTheSourceEmpty()
+{
+    ProjectState original = projectWithLoad(3, -1);
+    original.motors.append(motorAt(1, 2.0F));
+    const ProjectState moved = std::move(original);
+
+    QCOMPARE(moved.loads.size(), 1);
+    QCOMPARE(moved.motors.size(), 1);
+    QVERIFY(original.loads.isEmpty()); // NOLINT(bugprone-use-after-move): that is what is tested
+    QVERIFY(original.motors.isEmpty());
+}
+
+void ModelTest::loading_takesTrussMotorsAndLoadsOnly()
+{
+    ProjectState state = projectWithLoad(7, -1);
+    state.motors.append(motorAt(4, 2.0F));
+    state.trussLength = 20.0F;
+    state.trussSelfWeight = 5.0F;
+    state.limitCPL = 900.0F;
+    state.screenWidth = 6.0F;
+    state.ledTotalWeight = 123.0F;
+    state.trussStressPercentage = 55.0F;
+    LoadLogic::Load(state);
+
+    QCOMPARE(LoadLogic::TrussLength, 20.0F);
+    QCOMPARE(LoadLogic::TrussSelfWeight, 5.0F);
+    QCOMPARE(LoadLogic::Limit_CPL, 900.0F);
+    QCOMPARE(LoadLogic::MotorList.size(), 1);
+    QCOMPARE(LoadLogic::MotorList.at(0).id, 4);
+    QCOMPARE(LoadLogic::ActiveLoads.size(), 1);
+    QCOMPARE(LoadLogic::ActiveLoads.at(0).id, 7);
+    // Nothing is calculated, and neither the screen nor the results follow.
+    QCOMPARE(LoadLogic::MotorList.at(0).totalLoad, 0.0F);
+    QCOMPARE(LoadLogic::Screen_Width, 4.0F);
+    QCOMPARE(LoadLogic::LED_TotalWeight, 0.0F);
+    QCOMPARE(LoadLogic::TrussStress_Percentage, 0.0F);
+}
+
+void ModelTest::loan_givesEverythingBack()
+{
+    LoadLogic::TrussLength = 14.0F;
+    LoadLogic::TrussSelfWeight = 6.0F;
+    LoadLogic::Limit_CPL = 800.0F;
+    LoadLogic::LED_TotalWeight = 77.0F;
+    LoadLogic::AddMotor(1.0F);
+    LoadLogic::AddMotor(13.0F);
+    LoadLogic::AddLoad(5.0F);
+    const float stress = LoadLogic::TrussStress_Percentage;
+    const float carried = LoadLogic::MotorList.at(0).staticLoad;
+    QVERIFY(stress > 0.0F);
+    {
+        const EngineLoan loan;
+        LoadLogic::Load({});
+        LoadLogic::AddMotor(6.0F);
+        LoadLogic::LED_TotalWeight = 1.0F;
+        QVERIFY(LoadLogic::isUnstable);
+    }
+    QCOMPARE(LoadLogic::TrussLength, 14.0F);
+    QCOMPARE(LoadLogic::TrussSelfWeight, 6.0F);
+    QCOMPARE(LoadLogic::Limit_CPL, 800.0F);
+    QCOMPARE(LoadLogic::LED_TotalWeight, 77.0F);
+    QCOMPARE(LoadLogic::MotorList.size(), 2);
+    QCOMPARE(LoadLogic::MotorList.at(0).staticLoad, carried);
+    QCOMPARE(LoadLogic::ActiveLoads.size(), 1);
+    QCOMPARE(LoadLogic::TrussStress_Percentage, stress);
+    QVERIFY(!LoadLogic::isUnstable);
+}
+
+void ModelTest::loan_letsTheCountersGoOn()
+{
+    LoadLogic::AddLoad(1.0F);
+    {
+        const EngineLoan loan;
+        LoadLogic::AddLoad(1.0F);
+    }
+    LoadLogic::AddLoad(1.0F);
+    QCOMPARE(LoadLogic::ActiveLoads.at(0).id, 1);
+    QCOMPARE(LoadLogic::ActiveLoads.at(1).id, 3);
+}
+
+void ModelTest::motor_isFoundByIdAndPosition()
+{
+    LoadLogic::MotorList = {motorAt(5, 1.0F), motorAt(2, 3.0F), motorAt(5, 8.0F)};
+    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(5, 1.0F)), 0);
+    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(2, 3.0F)), 1);
+    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(5, 8.0F)), 2);
+}
+
+void ModelTest::motorMovedMeanwhile_isFoundById()
+{
+    LoadLogic::MotorList = {motorAt(2, 3.0F), motorAt(5, 1.0F), motorAt(5, 8.0F)};
+    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(2, 9.0F)), 0);
+    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(5, 4.0F)), 1);
+}
+
+void ModelTest::motorNotInTheList_isNotFound()
+{
+    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(1, 0.0F)), -1);
+    LoadLogic::MotorList = {motorAt(2, 3.0F)};
+    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(1, 3.0F)), -1);
+}
+
+void ModelTest::load_isFoundById()
+{
+    LoadLogic::AddLoad(1.0F);
+    LoadLogic::AddLoad(2.0F);
+    QCOMPARE(LoadLogic::FindLoad(3), nullptr);
+    ActiveLoad* second = LoadLogic::FindLoad(2);
+    QVERIFY(second != nullptr);
+    QCOMPARE(second->positionX, 2.0F);
+    second->mass = 12.0F;
+    QCOMPARE(LoadLogic::ActiveLoads.at(1).mass, 12.0F);
+}
+
+void ModelTest::motorWithoutName_isCalledByItsId()
+{
+    Motor motor = motorAt(12, 0.0F);
+    QCOMPARE(LoadLogic::MotorTitle(motor), u"Motor"_s);
+    motor.modelName = u"Grúa %1 ñ"_s;
+    QCOMPARE(LoadLogic::MotorTitle(motor), u"Grúa %1 ñ"_s);
+    motor.modelName.clear();
+    QCOMPARE(LoadLogic::MotorTitle(motor), u"M12"_s);
+}
+
+void ModelTest::screens_areTheTwoTypeWordsExactly()
+{
+    ActiveLoad load;
+    for (const QString& type : {u"Video"_s, u"Video_Segment"_s}) {
+        load.type = type;
+        QVERIFY2(LoadLogic::IsScreen(load), qPrintable(type));
+    }
+    for (const QString& type :
+         {u""_s, u"video"_s, u"VIDEO_SEGMENT"_s, u"Video_Segments"_s, u"Audio"_s, u"Standard"_s}) {
+        load.type = type;
+        QVERIFY2(!LoadLogic::IsScreen(load), qPrintable(type));
+    }
+}
+
+void ModelTest::idsOfAnOpenedProject_areReserved()
+{
+    LoadLogic::ReserveIds(projectWithLoad(41, 107));
+    QCOMPARE(LoadLogic::NextLoadId, 42);
+    QCOMPARE(LoadLogic::NextGroupId, 108);
+}
+
+void ModelTest::smallerIds_doNotLowerTheCounters()
+{
+    LoadLogic::NextLoadId = 50;
+    LoadLogic::NextGroupId = 150;
+    LoadLogic::ReserveIds(projectWithLoad(41, -1));
+    LoadLogic::ReserveIds(projectWithLoad(std::numeric_limits<int>::min(), std::numeric_limits<int>::min()));
+    QCOMPARE(LoadLogic::NextLoadId, 50);
+    QCOMPARE(LoadLogic::NextGroupId, 150);
+}
+
+void ModelTest::hugeIds_areLeftAlone()
+{
+    LoadLogic::ReserveIds(projectWithLoad(LARGEST_ID, LARGEST_ID));
+    LoadLogic::ReserveIds(projectWithLoad(LARGEST_ID / 2 + 1, LARGEST_ID / 2 + 1));
+    QCOMPARE(LoadLogic::NextLoadId, 1);
+    QCOMPARE(LoadLogic::NextGroupId, 100);
+
+    LoadLogic::ReserveIds(projectWithLoad(LARGEST_ID / 2, LARGEST_ID / 2));
+    QCOMPARE(LoadLogic::NextLoadId, LARGEST_ID / 2 + 1);
+    QCOMPARE(LoadLogic::NextGroupId, LARGEST_ID / 2 + 1);
+}
+
+QTEST_GUILESS_MAIN(ModelTest)
+#include "tst_model.moc"
