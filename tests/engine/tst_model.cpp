@@ -56,6 +56,7 @@ private slots:
     void motorMovedMeanwhile_isFoundById();
     void motorNotInTheList_isNotFound();
     void load_isFoundById();
+    void idOfNoLoad_findsNothing();
     void motorWithoutName_isCalledByItsId();
     void screens_areTheTwoTypeWordsExactly();
     void idsOfAnOpenedProject_areReserved();
@@ -271,6 +272,14 @@ void ModelTest::load_isFoundById()
     QCOMPARE(second->positionX, 2.0F);
     second->mass = 12.0F;
     QCOMPARE(LoadLogic::ActiveLoads.at(1).mass, 12.0F);
+}
+
+void ModelTest::idOfNoLoad_findsNothing()
+{
+    ActiveLoad load;
+    load.id = -1; // files may say so
+    LoadLogic::ActiveLoads.append(load);
+    QCOMPARE(LoadLogic::FindLoad(-1), nullptr);
 }
 
 void ModelTest::motorWithoutName_isCalledByItsId()

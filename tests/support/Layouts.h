@@ -113,7 +113,7 @@ public: // queries
         return static_cast<float>(integer(0, static_cast<int>(length) * 64)) / 64.0F;
     }
 
-    /// A truss of 4 to 20 m with 1 to 6 motors at different places and up to 8 loads, everything
+    /// A truss of 4 to 20 m with 1 to 5 motors at different places and up to 6 loads, everything
     /// on it. A load hangs at a motor now and then.
     Layout next()
     {
@@ -121,10 +121,10 @@ public: // queries
         layout.length = static_cast<float>(integer(4, 20));
         layout.selfWeight = static_cast<float>(integer(0, 200)) / 8.0F;
         layout.cpl = static_cast<float>(integer(200, 4000));
-        const int motorCount = integer(1, 6);
+        const int motorCount = integer(1, 5);
         for (int i = 0; i < motorCount; ++i)
             addMotor(layout);
-        const int loadCount = integer(0, 8);
+        const int loadCount = integer(0, 6);
         for (int i = 0; i < loadCount; ++i)
             layout.loads.push_back(load(layout));
         return layout;
