@@ -10,10 +10,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <clocale>
-#ifdef Q_OS_UNIX
-#include <langinfo.h>
-#endif
 
 using namespace Qt::StringLiterals;
 
@@ -26,16 +22,6 @@ QStringList argumentsOf(int argc, char* argv[])
     for (int i = 1; i < argc; ++i)
         arguments.append(QFile::decodeName(argv[i]));
     return arguments;
-}
-
-/// Qt reads and writes UTF-8 whatever the locale, but complains on standard error about others.
-void chooseUtf8Locale()
-{
-#ifdef Q_OS_UNIX
-    std::setlocale(LC_ALL, "");
-    if (qstrcmp(nl_langinfo(CODESET), "UTF-8") != 0)
-        qputenv("LC_ALL", "C.UTF-8");
-#endif
 }
 
 /// Whether a window has somewhere to appear. Qt would abort the program without.
@@ -122,7 +108,6 @@ int runWindow(const CommandLine& options, int& argc, char* argv[])
 
 int main(int argc, char* argv[])
 {
-    chooseUtf8Locale();
     const CommandLine options = CommandLine::parse(argumentsOf(argc, argv));
     int noArguments = 1; // Qt would take some of them for its own
 
