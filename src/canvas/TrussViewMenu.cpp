@@ -68,6 +68,8 @@ int TrussView::arrayForMenuAt(QPoint point) const
     return -1;
 }
 
+// The motor is a copy: the list may change while the menu is open.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void TrussView::runMotorMenu(LoadLogic::Motor motor, QPoint position)
 {
     const QPointer<TrussView> self = this;

@@ -225,6 +225,8 @@ bool TrussView::isOverGrip(QPoint point) const
     return false;
 }
 
+// The motor is a copy: the list may change while the dialog is open.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void TrussView::askMotorPosition(LoadLogic::Motor motor)
 {
     const QPointer<TrussView> self = this;
