@@ -226,7 +226,7 @@ void TestScreens::add_twoCopies_areSpreadAndNumbered()
         for (int k = 0; k < 8; ++k) {
             const LoadLogic::ActiveLoad& segment = loadAt(j * 8 + k);
             QCOMPARE(segment.groupId, group + j);
-            QCOMPARE(segment.name, u"LED %1 Seg %2"_s.arg(j + 1).arg(k + 1));
+            QCOMPARE(segment.name, u"LED %1 Seg %2"_s.arg(QString::number(j + 1), QString::number(k + 1)));
             const float first = 4.0F * static_cast<float>(j + 1) - 1.75F;
             QVERIFY(isNear(segment.positionX, first + 0.5F * static_cast<float>(k)));
         }
