@@ -16,6 +16,8 @@ velmora_program_packages=(
 )
 # Besides these, the tests (locales: the sources of the languages they are run under).
 velmora_test_packages=(locales bash-completion)
+# Besides these, the benchmarks.
+velmora_bench_packages=(libbenchmark-dev xvfb xauth)
 # Besides these, the checks of the source. The versions are those that the code is laid out for.
 velmora_check_packages=(clang-format-14 clang-tidy-14 shellcheck)
 
