@@ -28,12 +28,12 @@ std::optional<QList<ProjectFigures>> calculateAll(const QList<LoadLogic::Project
 
 } // namespace
 
-QWidget* MainWindow::buildReportPage()
+void MainWindow::buildReportPage()
 {
-    m_reportPage = new ReportPage(this);
+    m_reportPage = new ReportPage(m_pages);
+    m_pages->addWidget(m_reportPage);
     connect(m_reportPage, &ReportPage::backClicked, this, &MainWindow::onBackToDesignClicked);
     connect(m_reportPage, &ReportPage::printClicked, this, &MainWindow::onPrintReportClicked);
-    return m_reportPage;
 }
 
 void MainWindow::onGenerateReportClicked()

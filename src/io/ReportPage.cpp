@@ -71,17 +71,16 @@ QPushButton* buildButton(const QString& text, const QSize& size, const QString& 
 ReportPage::ReportPage(QWidget* parent)
     : QWidget(parent)
 {
-    auto* scrollArea = new QScrollArea;
-    scrollArea->setWidgetResizable(true);
-    scrollArea->setFrameShape(QFrame::NoFrame);
-    scrollArea->setStyleSheet(SCROLL_STYLE);
-    scrollArea->setWidget(buildCanvas());
-
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    auto* scrollArea = new QScrollArea;
     layout->addWidget(scrollArea);
-    layout->addWidget(buildBottomBar());
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setStyleSheet(SCROLL_STYLE);
+    buildCanvas(scrollArea);
+    buildBottomBar(layout);
 }
 
 TrussView* ReportPage::drawing() const
@@ -119,9 +118,10 @@ void ReportPage::fill(const QList<ProjectFigures>& projects)
     m_drawing->update();
 }
 
-QWidget* ReportPage::buildCanvas()
+void ReportPage::buildCanvas(QScrollArea* area)
 {
     auto* canvas = new QWidget;
+    area->setWidget(canvas);
     canvas->setObjectName(u"reportCanvas"_s);
     canvas->setStyleSheet(CANVAS_STYLE);
 
@@ -129,86 +129,84 @@ QWidget* ReportPage::buildCanvas()
     auto* layout = new QVBoxLayout(canvas);
     layout->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
     layout->setSpacing(20);
-    layout->addWidget(buildTitleBar());
-    layout->addWidget(buildDrawingFrame());
-    layout->addWidget(buildTableBlock());
-    layout->addWidget(buildCertificateBox());
-    return canvas;
+    buildTitleBar(layout);
+    buildDrawingFrame(layout);
+    buildTableBlock(layout);
+    buildCertificateBox(layout);
 }
 
-QWidget* ReportPage::buildTitleBar()
+void ReportPage::buildTitleBar(QBoxLayout* page)
 {
     auto* bar = new QFrame;
+    page->addWidget(bar);
     bar->setStyleSheet(TITLE_BAR_STYLE);
     auto* title = new QLabel(u"INFORME ESTRUCTURAL DE RIGGING"_s);
     title->setStyleSheet(TITLE_STYLE);
     title->setAlignment(Qt::AlignCenter);
     auto* layout = new QHBoxLayout(bar);
     layout->addWidget(title);
-    return bar;
 }
 
-QWidget* ReportPage::buildDrawingFrame()
+void ReportPage::buildDrawingFrame(QBoxLayout* page)
 {
     constexpr int MINIMUM_HEIGHT = 300;
     auto* frame = new QFrame;
+    page->addWidget(frame);
     frame->setStyleSheet(DRAWING_FRAME_STYLE);
     m_drawing = new TrussView;
     m_drawing->printMode = true;
     m_drawing->setMinimumHeight(MINIMUM_HEIGHT);
     auto* layout = new QVBoxLayout(frame);
     layout->addWidget(m_drawing);
-    return frame;
 }
 
-QWidget* ReportPage::buildTableBlock()
+void ReportPage::buildTableBlock(QBoxLayout* page)
 {
+    auto* block = new QWidget;
+    page->addWidget(block);
+    auto* layout = new QVBoxLayout(block);
     auto* title = new QLabel(u"ANÁLISIS DE CARGAS Y REACCIONES EN PUNTOS DE CUELGUE"_s);
     title->setStyleSheet(TABLE_TITLE_STYLE);
+    layout->addWidget(title);
 
     constexpr int MINIMUM_HEIGHT = 200;
     const QStringList headers{u"ID / MOTOR"_s,      u"POSICIÓN (m)"_s,   u"CAPACIDAD MOTOR"_s,
                               u"PESO MOTOR (kg)"_s, u"TOTAL EN PUNTO"_s, u"ESTÁTICA (kg)"_s,
                               u"DINÁMICA (kg)"_s,   u"ESTADO"_s};
     m_table = new QTableWidget(0, static_cast<int>(headers.size()));
+    layout->addWidget(m_table);
     m_table->setHorizontalHeaderLabels(headers);
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setMinimumHeight(MINIMUM_HEIGHT);
     m_table->setStyleSheet(TABLE_STYLE);
-
-    auto* block = new QWidget;
-    auto* layout = new QVBoxLayout(block);
-    layout->addWidget(title);
-    layout->addWidget(m_table);
-    return block;
 }
 
-QWidget* ReportPage::buildCertificateBox()
+void ReportPage::buildCertificateBox(QBoxLayout* page)
 {
     auto* box = new QFrame;
+    page->addWidget(box);
     box->setStyleSheet(CERTIFICATE_BOX_STYLE);
     m_certificate = new QLabel;
     m_certificate->setStyleSheet(CERTIFICATE_STYLE);
     m_certificate->setWordWrap(true);
     auto* layout = new QVBoxLayout(box);
     layout->addWidget(m_certificate);
-    return box;
 }
 
-QWidget* ReportPage::buildBottomBar()
+void ReportPage::buildBottomBar(QBoxLayout* page)
 {
+    auto* bar = new QFrame;
+    page->addWidget(bar);
+    bar->setStyleSheet(BOTTOM_BAR_STYLE);
+    auto* layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(20, 10, 20, 10);
+
     auto* back = buildButton(u"← VOLVER AL DISEÑO"_s, {160, 35}, BACK_STYLE);
     connect(back, &QPushButton::clicked, this, &ReportPage::backClicked);
     auto* print = buildButton(u"🖨️ IMPRIMIR / PDF"_s, {200, 40}, PRINT_STYLE);
     connect(print, &QPushButton::clicked, this, &ReportPage::printClicked);
-
-    auto* bar = new QFrame;
-    bar->setStyleSheet(BOTTOM_BAR_STYLE);
-    auto* layout = new QHBoxLayout(bar);
-    layout->setContentsMargins(20, 10, 20, 10);
     layout->addWidget(back);
     layout->addStretch();
     layout->addWidget(print);
-    return bar;
 }

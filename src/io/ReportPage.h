@@ -5,8 +5,10 @@
 #include <QList>
 #include <QWidget>
 
+class QBoxLayout;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 class QTableWidget;
 class TrussView;
 
@@ -34,13 +36,13 @@ signals:
     void backClicked();
     void printClicked();
 
-private: // set-up
-    [[nodiscard]] QWidget* buildCanvas();
-    [[nodiscard]] QWidget* buildTitleBar();
-    [[nodiscard]] QWidget* buildDrawingFrame();
-    [[nodiscard]] QWidget* buildTableBlock();
-    [[nodiscard]] QWidget* buildCertificateBox();
-    [[nodiscard]] QWidget* buildBottomBar();
+private: // set-up, from the outside in as `MainWindow::setupUI`
+    void buildCanvas(QScrollArea* area);
+    void buildTitleBar(QBoxLayout* page);
+    void buildDrawingFrame(QBoxLayout* page);
+    void buildTableBlock(QBoxLayout* page);
+    void buildCertificateBox(QBoxLayout* page);
+    void buildBottomBar(QBoxLayout* page);
 
 private: // data
     TrussView* m_drawing = nullptr;

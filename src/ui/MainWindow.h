@@ -14,8 +14,8 @@ struct LedArray;
 class LedGroup;
 class LoadPanel;
 class MotorPanel;
+class QBoxLayout;
 class QLabel;
-class QLayout;
 class QStackedWidget;
 class QTabBar;
 class QTimer;
@@ -122,16 +122,17 @@ private: // set-up (MainWindowSetup.cpp)
     void loadFirstProject();
     void startBlinking();
     void sizeToScreen();
-    [[nodiscard]] QWidget* buildDesignPage();
-    [[nodiscard]] QWidget* buildHeaderRow();
-    [[nodiscard]] QWidget* buildTabRow();
-    [[nodiscard]] QLayout* buildWorkRow();
-    [[nodiscard]] QWidget* buildCanvasColumn();
-    [[nodiscard]] QWidget* buildControlColumn();
+    void buildDesignPage();
+    void buildHeaderRow(QBoxLayout* page);
+    void buildTabRow(QBoxLayout* page);
+    [[nodiscard]] QTabBar* buildTabBar(QWidget* parent);
+    void buildWorkRow(QBoxLayout* page);
+    void buildCanvasColumn(QBoxLayout* row);
+    void buildControlColumn(QBoxLayout* row);
     void connectPanels();
     void connectControls();
-    /// Builds the report page and keeps it in `m_reportPage` (io/MainWindowReportPage.cpp).
-    [[nodiscard]] QWidget* buildReportPage();
+    /// Adds the report page and keeps it in `m_reportPage` (io/MainWindowReportPage.cpp).
+    void buildReportPage();
 
 private: // tabs (MainWindowTabs.cpp)
     void showTabMenu(const QPoint& point);

@@ -51,17 +51,21 @@ QPushButton* createHeaderButton(const HeaderButton& look)
     return button;
 }
 
-QScrollArea* createScrollArea(QWidget* content)
+/// An empty widget that scrolls in `area`.
+QWidget* createScrolledContent(QScrollArea* area)
 {
-    auto* area = new QScrollArea;
+    auto* content = new QWidget;
     area->setWidgetResizable(true);
     area->setFrameStyle(0);
     area->setWidget(content);
-    return area;
+    return content;
 }
 
 } // namespace
 
+// The window is built from the outside in: every widget is born or put at its final place before
+// it is filled. A style sheet is worked out anew for all that a widget holds whenever it changes its
+// parent, and that is most of what a start costs.
 void MainWindow::setupUI()
 {
     setObjectName("MainWindow"_L1);
@@ -72,8 +76,8 @@ void MainWindow::setupUI()
     auto* undoKeys = new QShortcut(QKeySequence(u"Ctrl+Z"_s), this);
     connect(undoKeys, &QShortcut::activated, this, &MainWindow::undo);
 
-    m_pages->addWidget(buildDesignPage());
-    m_pages->addWidget(buildReportPage());
+    buildDesignPage();
+    buildReportPage();
     connectPanels();
     connectControls();
     setAcceptDrops(true);
@@ -97,21 +101,22 @@ void MainWindow::loadFirstProject()
     updateCalculations();
 }
 
-QWidget* MainWindow::buildDesignPage()
+void MainWindow::buildDesignPage()
 {
-    auto* content = new QWidget;
-    auto* layout = new QVBoxLayout(content);
+    auto* area = new QScrollArea;
+    m_pages->addWidget(area);
+    auto* layout = new QVBoxLayout(createScrolledContent(area));
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(buildHeaderRow());
-    layout->addWidget(buildTabRow());
-    layout->addLayout(buildWorkRow(), 1);
-    return createScrollArea(content);
+    buildHeaderRow(layout);
+    buildTabRow(layout);
+    buildWorkRow(layout);
 }
 
-QWidget* MainWindow::buildHeaderRow()
+void MainWindow::buildHeaderRow(QBoxLayout* page)
 {
     auto* row = new QWidget;
+    page->addWidget(row);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
 
@@ -143,12 +148,31 @@ QWidget* MainWindow::buildHeaderRow()
         &MainWindow::onInfoClicked);
     add({u"⚡ FACTOR DINÁMICO"_s, u"Factor dinámico"_s, 160, ACCENT_BLUE, blue, u"black"_s},
         &MainWindow::onDynamicFactorClicked);
-    return row;
 }
 
-QWidget* MainWindow::buildTabRow()
+void MainWindow::buildTabRow(QBoxLayout* page)
 {
-    m_tabBar = new QTabBar;
+    auto* row = new QWidget;
+    page->addWidget(row);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 5, 0, 0);
+    layout->setSpacing(5);
+    layout->addWidget(buildTabBar(row));
+
+    auto* add = new QPushButton(u"+"_s);
+    add->setObjectName("addTabButton"_L1);
+    add->setAccessibleName(u"Añadir proyecto"_s);
+    add->setFixedSize(30, 30);
+    add->setCursor(Qt::PointingHandCursor);
+    add->setStyleSheet(Styles::ADD_TAB_BUTTON);
+    connect(add, &QPushButton::clicked, this, &MainWindow::onAddTab);
+    layout->addWidget(add);
+    layout->addStretch();
+}
+
+QTabBar* MainWindow::buildTabBar(QWidget* parent)
+{
+    m_tabBar = new QTabBar(parent);
     m_tabBar->setAccessibleName(u"Proyectos"_s);
     m_tabBar->setTabsClosable(true);
     m_tabBar->setMovable(true);
@@ -162,46 +186,38 @@ QWidget* MainWindow::buildTabRow()
     connect(m_tabBar, &QTabBar::tabCloseRequested, this, &MainWindow::onCloseTab);
     connect(m_tabBar, &QTabBar::tabBarDoubleClicked, this, &MainWindow::onRenameTab);
     connect(m_tabBar, &QTabBar::customContextMenuRequested, this, &MainWindow::showTabMenu);
-
-    auto* add = new QPushButton(u"+"_s);
-    add->setObjectName("addTabButton"_L1);
-    add->setAccessibleName(u"Añadir proyecto"_s);
-    add->setFixedSize(30, 30);
-    add->setCursor(Qt::PointingHandCursor);
-    add->setStyleSheet(Styles::ADD_TAB_BUTTON);
-    connect(add, &QPushButton::clicked, this, &MainWindow::onAddTab);
-
-    auto* row = new QWidget;
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 5, 0, 0);
-    layout->setSpacing(5);
-    layout->addWidget(m_tabBar);
-    layout->addWidget(add);
-    layout->addStretch();
-    return row;
+    return m_tabBar;
 }
 
-QLayout* MainWindow::buildWorkRow()
+void MainWindow::buildWorkRow(QBoxLayout* page)
 {
     auto* row = new QHBoxLayout;
+    page->addLayout(row, 1);
     row->setContentsMargins(10, 10, 10, 10);
     row->setSpacing(15);
-    row->addWidget(buildCanvasColumn(), 7);
-    row->addWidget(buildControlColumn(), 3);
-    return row;
+    buildCanvasColumn(row);
+    buildControlColumn(row);
 }
 
-QWidget* MainWindow::buildCanvasColumn()
+void MainWindow::buildCanvasColumn(QBoxLayout* row)
 {
+    auto* column = new QWidget;
+    row->addWidget(column, 7);
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(10);
+
     m_hyperstaticWarning =
         new QLabel(u"⚠️ SISTEMA HIPERESTÁTICO: La distribución real depende del nivelado perfecto."_s);
     m_hyperstaticWarning->setObjectName("hyperstaticWarning"_L1);
     m_hyperstaticWarning->setAlignment(Qt::AlignCenter);
     m_hyperstaticWarning->setStyleSheet(Styles::HYPERSTATIC_WARNING);
     m_hyperstaticWarning->setVisible(false);
+    layout->addWidget(m_hyperstaticWarning);
 
     m_canvas = new TrussView;
     m_canvas->setMinimumHeight(400);
+    layout->addWidget(m_canvas, 1);
 
     auto* report = new QPushButton(u"📊 GENERAR INFORME ESTRUCTURAL"_s);
     report->setAccessibleName(u"Generar informe estructural"_s);
@@ -209,39 +225,29 @@ QWidget* MainWindow::buildCanvasColumn()
     report->setCursor(Qt::PointingHandCursor);
     report->setStyleSheet(Styles::REPORT_BUTTON);
     connect(report, &QPushButton::clicked, this, &MainWindow::onGenerateReportClicked);
-
-    auto* column = new QWidget;
-    auto* layout = new QVBoxLayout(column);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(10);
-    layout->addWidget(m_hyperstaticWarning);
-    layout->addWidget(m_canvas, 1);
     layout->addWidget(report);
-    return column;
 }
 
-QWidget* MainWindow::buildControlColumn()
+void MainWindow::buildControlColumn(QBoxLayout* row)
 {
+    auto* area = new QScrollArea;
+    row->addWidget(area, 3);
+    area->setStyleSheet(Styles::CONTROL_COLUMN);
+    auto* layout = new QVBoxLayout(createScrolledContent(area));
+    layout->setContentsMargins(0, 0, 5, 0);
+    layout->setSpacing(12);
+
     m_motorPanel = new MotorPanel;
     m_loadPanel = new LoadPanel;
     m_controls = new ControlsGroup;
     m_truss = new TrussGroup;
     m_led = new LedGroup;
-
-    auto* content = new QWidget;
-    auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(0, 0, 5, 0);
-    layout->setSpacing(12);
     layout->addWidget(m_motorPanel);
     layout->addWidget(m_loadPanel);
     layout->addWidget(m_controls);
     layout->addWidget(m_truss);
     layout->addWidget(m_led);
     layout->addStretch();
-
-    QScrollArea* area = createScrollArea(content);
-    area->setStyleSheet(Styles::CONTROL_COLUMN);
-    return area;
 }
 
 void MainWindow::connectPanels()
