@@ -316,7 +316,7 @@ void TestProjectFile::bytesThatAreNoObject_areNoProject_data()
     QTest::newRow("text") << QByteArray("hola");
     QTest::newRow("two objects") << QByteArray("{}{}");
     QTest::newRow("trailing comma") << QByteArray("{\"a\": 1,}");
-    QTest::newRow("binary") << QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\xff\xfe", 20);
+    QTest::newRow("binary") << QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\xff\xfe", 18);
     QTest::newRow("zeros") << QByteArray(4096, '\0');
     QTest::newRow("number beyond double precision") << QByteArray("{\"trussLength\": 1e400}");
     QTest::newRow("broken utf-8") << QByteArray("{\"tabName\": \"\xff\xff\"}");
