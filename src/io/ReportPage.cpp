@@ -154,6 +154,7 @@ void ReportPage::buildDrawingFrame(QBoxLayout* page)
     page->addWidget(frame);
     frame->setStyleSheet(DRAWING_FRAME_STYLE);
     m_drawing = new TrussView;
+    m_drawing->setAccessibleName(u"Dibujo del proyecto actual"_s);
     m_drawing->printMode = true;
     m_drawing->setMinimumHeight(MINIMUM_HEIGHT);
     auto* layout = new QVBoxLayout(frame);
@@ -175,6 +176,7 @@ void ReportPage::buildTableBlock(QBoxLayout* page)
                               u"DINÁMICA (kg)"_s,   u"ESTADO"_s};
     m_table = new QTableWidget(0, static_cast<int>(headers.size()));
     layout->addWidget(m_table);
+    m_table->setAccessibleName(u"Cargas y reacciones por punto de cuelgue"_s);
     m_table->setHorizontalHeaderLabels(headers);
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -203,8 +205,10 @@ void ReportPage::buildBottomBar(QBoxLayout* page)
     layout->setContentsMargins(20, 10, 20, 10);
 
     auto* back = buildButton(u"← VOLVER AL DISEÑO"_s, {160, 35}, BACK_STYLE);
+    back->setAccessibleName(u"Volver al diseño"_s);
     connect(back, &QPushButton::clicked, this, &ReportPage::backClicked);
     auto* print = buildButton(u"🖨️ IMPRIMIR / PDF"_s, {200, 40}, PRINT_STYLE);
+    print->setAccessibleName(u"Imprimir o guardar como PDF"_s);
     connect(print, &QPushButton::clicked, this, &ReportPage::printClicked);
     layout->addWidget(back);
     layout->addStretch();

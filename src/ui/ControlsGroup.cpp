@@ -115,11 +115,6 @@ QLayout* ControlsGroup::buildButtons()
     return row;
 }
 
-QLineEdit* ControlsGroup::massField() const
-{
-    return m_mass;
-}
-
 float ControlsGroup::mass() const
 {
     return Numbers::parseNumber(m_mass->text());

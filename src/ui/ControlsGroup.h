@@ -19,7 +19,6 @@ public: // construction
     ControlsGroup();
 
 public: // queries
-    [[nodiscard]] QLineEdit* massField() const;
     /// Mass of the next load [kg]; what does not parse counts as 0.
     [[nodiscard]] float mass() const;
     /// Name of the next load as typed.

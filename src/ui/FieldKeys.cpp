@@ -4,6 +4,7 @@
 
 #include <QAbstractSpinBox>
 #include <QApplication>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QValidator>
@@ -58,6 +59,8 @@ bool FieldKeys::eventFilter(QObject* watched, QEvent* event)
     }
     if (event->type() == QEvent::KeyPress && takesNumbers(watched))
         return typePoint(watched, *static_cast<QKeyEvent*>(event));
+    if (event->type() == QEvent::InputMethod && takesNumbers(watched))
+        return commitPoint(watched, *static_cast<QInputMethodEvent*>(event));
     return false;
 }
 
@@ -66,6 +69,16 @@ bool FieldKeys::typePoint(QObject* field, const QKeyEvent& comma)
     if (comma.text() != ","_L1)
         return false;
     QKeyEvent point(QEvent::KeyPress, Qt::Key_Period, comma.modifiers(), u"."_s, comma.isAutoRepeat());
+    QCoreApplication::sendEvent(field, &point);
+    return true;
+}
+
+bool FieldKeys::commitPoint(QObject* field, const QInputMethodEvent& comma)
+{
+    if (comma.commitString() != ","_L1)
+        return false;
+    QInputMethodEvent point(comma.preeditString(), comma.attributes());
+    point.setCommitString(u"."_s, comma.replacementStart(), comma.replacementLength());
     QCoreApplication::sendEvent(field, &point);
     return true;
 }

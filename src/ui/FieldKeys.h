@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+class QInputMethodEvent;
 class QKeyEvent;
 
 /// Keys that mean the same in every field of the application.
@@ -23,4 +24,5 @@ public: // overrides
 
 private: // helpers
     static bool typePoint(QObject* field, const QKeyEvent& comma);
+    static bool commitPoint(QObject* field, const QInputMethodEvent& comma);
 };

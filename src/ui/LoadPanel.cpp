@@ -6,7 +6,7 @@
 using namespace Qt::StringLiterals;
 
 LoadPanel::LoadPanel()
-    : PropertyPanel(u"#00BFFF"_s, u"Propiedades Carga"_s, u"Eliminar Carga"_s)
+    : PropertyPanel(u"#00BFFF"_s, u"Propiedades Carga"_s)
 {
     setObjectName("loadPanel"_L1);
     setAccessibleName(u"Propiedades de la carga"_s);
@@ -19,6 +19,7 @@ LoadPanel::LoadPanel()
 
     addField(u"Nombre:"_s, m_name);
     addField(u"Masa (kg):"_s, m_mass);
+    addDeleteButton(u"Eliminar Carga"_s);
 }
 
 int LoadPanel::shownId() const

@@ -2,6 +2,8 @@
 
 #include "canvas/TrussView.h"
 #include "ui/FieldKeys.h"
+#include "ui/FocusRing.h"
+#include "ui/ProjectDescription.h"
 
 #include <QGuiApplication>
 #include <QIcon>
@@ -15,7 +17,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int BLINK_INTERVAL = 500; // [ms]
+constexpr int BLINK_INTERVAL = 500;    // [ms]
+constexpr int DESCRIBE_INTERVAL = 200; // a drag changes the project faster than anyone listens [ms]
 /// On a lower screen than this the window opens maximised [px].
 constexpr int SMALLEST_FREE_HEIGHT = 800;
 constexpr double WIDTH_SHARE = 0.9;
@@ -51,7 +54,9 @@ MainWindow::MainWindow(QWidget* parent)
 {
     projects.append(firstProject());
     FieldKeys::install();
+    startDescribing();
     setupUI();
+    new FocusRing(this);
     loadFirstProject();
     startBlinking();
 
@@ -77,6 +82,15 @@ void MainWindow::startBlinking()
         m_canvas->update();
     });
     blinkTimer->start(BLINK_INTERVAL);
+}
+
+void MainWindow::startDescribing()
+{
+    m_describeTimer = new QTimer(this);
+    m_describeTimer->setSingleShot(true);
+    m_describeTimer->setInterval(DESCRIBE_INTERVAL);
+    connect(m_describeTimer, &QTimer::timeout, this,
+            [this] { m_canvas->setAccessibleDescription(ProjectDescription::ofCurrentProject()); });
 }
 
 void MainWindow::sizeToScreen()

@@ -93,6 +93,12 @@ public: // files (io/MainWindowFiles.cpp)
 public: // overrides
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+protected: // overrides (MainWindowDrop.cpp)
+    /// Takes project files from the file manager; the first goes into the current tab, each further
+    /// one into a tab of its own.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
 public slots:
     void onMassChanged(const QString& text);
     void onAddMotorClicked();
@@ -121,7 +127,10 @@ private: // set-up (MainWindowSetup.cpp)
     void setupUI();
     void loadFirstProject();
     void startBlinking();
+    /// Lets the canvas tell its project to screen readers, some time after the last change.
+    void startDescribing();
     void sizeToScreen();
+    void acceptFilesEverywhere();
     void buildDesignPage();
     void buildHeaderRow(QBoxLayout* page);
     void buildTabRow(QBoxLayout* page);
@@ -136,6 +145,8 @@ private: // set-up (MainWindowSetup.cpp)
 
 private: // tabs (MainWindowTabs.cpp)
     void showTabMenu(const QPoint& point);
+    /// Adds a tab to the bar; returns its index.
+    int appendTab(const QString& title);
     void storeCurrentProject();
     [[nodiscard]] bool isProject(int index) const;
 
@@ -145,6 +156,10 @@ private: // files (io/MainWindowFiles.cpp)
     /// Puts `project` into the current tab, as one undo step.
     void replaceProject(const LoadLogic::ProjectState& project);
     void nameCurrentTab(const QString& name);
+    /// Opens the project file at `path` into a new tab that takes the name in the file; one that
+    /// cannot be read makes no tab.
+    void openInNewTab(const QString& path);
+    void openDroppedFiles(const QStringList& paths);
 
 private: // reports (io/MainWindowReportPage.cpp, io/MainWindowHtmlReport.cpp)
     /// Every tab's project as it stands now, `tabName` being the text of its tab.
@@ -160,6 +175,7 @@ private: // selection, kept true to what the engine holds
     [[nodiscard]] bool isLoadPanelStale() const;
     void followSelectedMotor(const LoadLogic::Motor& motor);
     void keepMotorPanelTrue();
+    void fillMotorPanel();
     void refreshPanels(const std::optional<LoadLogic::Motor>& motor);
     void refreshLoadPanel();
     void selectLoad(int id);
@@ -183,6 +199,7 @@ private: // data
     QTabBar* m_tabBar = nullptr;
     QLabel* m_hyperstaticWarning = nullptr;
     TrussView* m_canvas = nullptr;
+    QTimer* m_describeTimer = nullptr;
     MotorPanel* m_motorPanel = nullptr;
     LoadPanel* m_loadPanel = nullptr;
     ControlsGroup* m_controls = nullptr;

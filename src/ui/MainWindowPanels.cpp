@@ -6,6 +6,7 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -13,6 +14,15 @@ namespace
 bool isMotor(int index)
 {
     return index >= 0 && index < LoadLogic::MotorList.size();
+}
+
+/// Where the motor with this id stands, `otherwise` where there is none.
+int indexOfMotor(int id, int otherwise)
+{
+    const auto& motors = std::as_const(LoadLogic::MotorList);
+    const auto found = std::find_if(motors.cbegin(), motors.cend(),
+                                    [id](const LoadLogic::Motor& motor) { return motor.id == id; });
+    return found == motors.cend() ? otherwise : static_cast<int>(found - motors.cbegin());
 }
 
 } // namespace
@@ -29,8 +39,7 @@ void MainWindow::showMotorProperties(int index)
     selectedMotorIndex = index;
     selectedLoadId = -1;
 
-    isRestoring = true;
-    m_motorPanel->showMotor(LoadLogic::MotorList.at(index));
+    fillMotorPanel();
     m_loadPanel->hide();
     m_motorPanel->show();
     isRestoring = false;
@@ -125,19 +134,25 @@ void MainWindow::followSelectedMotor(const LoadLogic::Motor& motor)
         selectedMotorIndex = index;
 }
 
-// A motor that was deleted on the canvas takes its panel along. A panel that stands for no motor
-// at all, as after a reset, stays as it is; its fields edit nothing.
+// The canvas may have deleted the motor that is shown, or given it other values: the panel goes with
+// it, or is filled again. A panel that stands for no motor at all, as after a reset, stays as it is;
+// its fields edit nothing.
 void MainWindow::keepMotorPanelTrue()
 {
-    if (selectedMotorIndex == -1 || m_motorPanel->shownId() == -1 || !isMotorPanelStale())
+    if (selectedMotorIndex == -1 || m_motorPanel->isHidden() || m_motorPanel->shownId() == -1)
         return;
-    const auto shown = std::find_if(
-        LoadLogic::MotorList.cbegin(), LoadLogic::MotorList.cend(),
-        [id = m_motorPanel->shownId()](const LoadLogic::Motor& motor) { return motor.id == id; });
-    if (shown == LoadLogic::MotorList.cend())
+    if (isMotorPanelStale())
+        selectedMotorIndex = indexOfMotor(m_motorPanel->shownId(), selectedMotorIndex);
+    if (isMotorPanelStale())
         m_motorPanel->hide();
-    else
-        selectedMotorIndex = static_cast<int>(shown - LoadLogic::MotorList.cbegin());
+    else if (!m_motorPanel->shows(LoadLogic::MotorList.at(selectedMotorIndex)))
+        fillMotorPanel();
+}
+
+void MainWindow::fillMotorPanel()
+{
+    const QScopedValueRollback<bool> filling(isRestoring, true);
+    m_motorPanel->showMotor(LoadLogic::MotorList.at(selectedMotorIndex));
 }
 
 // After another project or another state of it came into the engine: the panels follow what they
@@ -148,7 +163,7 @@ void MainWindow::refreshPanels(const std::optional<LoadLogic::Motor>& motor)
     if (!isMotor(selectedMotorIndex))
         m_motorPanel->hide();
     else if (!m_motorPanel->isHidden())
-        m_motorPanel->showMotor(LoadLogic::MotorList.at(selectedMotorIndex));
+        fillMotorPanel();
     refreshLoadPanel();
 }
 

@@ -6,6 +6,7 @@
 #include "ui/TrussGroup.h"
 
 #include <QLabel>
+#include <QTimer>
 
 namespace
 {
@@ -26,6 +27,8 @@ void MainWindow::updateCalculations()
     m_hyperstaticWarning->setVisible(LoadLogic::MotorList.size() >= HYPERSTATIC_MOTOR_COUNT);
     m_controls->showStress(Numbers::toInteger(LoadLogic::TrussStress_Percentage));
     m_canvas->update();
+    if (!m_describeTimer->isActive())
+        m_describeTimer->start();
 }
 
 void MainWindow::validateInputs()

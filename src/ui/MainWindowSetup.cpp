@@ -10,6 +10,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QShortcut>
@@ -80,7 +81,7 @@ void MainWindow::setupUI()
     buildReportPage();
     connectPanels();
     connectControls();
-    setAcceptDrops(true);
+    acceptFilesEverywhere();
     onLEDParamChanged(QString());
 }
 
@@ -99,6 +100,15 @@ void MainWindow::loadFirstProject()
                      Numbers::fixed(first.cableWeightPercent, 1)});
     isRestoring = false;
     updateCalculations();
+}
+
+// A field would take a dropped file as a text; so no field takes anything, and the window all of it.
+void MainWindow::acceptFilesEverywhere()
+{
+    setAcceptDrops(true);
+    const auto fields = findChildren<QLineEdit*>();
+    for (QLineEdit* field : fields)
+        field->setAcceptDrops(false);
 }
 
 void MainWindow::buildDesignPage()
@@ -181,7 +191,7 @@ QTabBar* MainWindow::buildTabBar(QWidget* parent)
     m_tabBar->setDrawBase(false); // it would shine through between the tabs
     m_tabBar->setContextMenuPolicy(Qt::CustomContextMenu);
     m_tabBar->setStyleSheet(Styles::TAB_BAR);
-    m_tabBar->addTab(projects.constFirst().tabName);
+    appendTab(projects.constFirst().tabName);
     connect(m_tabBar, &QTabBar::currentChanged, this, &MainWindow::onTabChanged);
     connect(m_tabBar, &QTabBar::tabCloseRequested, this, &MainWindow::onCloseTab);
     connect(m_tabBar, &QTabBar::tabBarDoubleClicked, this, &MainWindow::onRenameTab);

@@ -45,7 +45,18 @@ void MainWindow::onAddTab()
 {
     storeCurrentProject();
     projects.append(newProject(projects.size() + 1));
-    m_tabBar->setCurrentIndex(m_tabBar->addTab(projects.constLast().tabName));
+    m_tabBar->setCurrentIndex(appendTab(projects.constLast().tabName));
+}
+
+// The style decides on which side the close button stands; it carries no text that could be read out.
+int MainWindow::appendTab(const QString& title)
+{
+    const int index = m_tabBar->addTab(title);
+    for (const QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide}) {
+        if (QWidget* close = m_tabBar->tabButton(index, side))
+            close->setAccessibleName(u"Cerrar pestaña"_s);
+    }
+    return index;
 }
 
 void MainWindow::onTabChanged(int index)

@@ -13,10 +13,16 @@ QString titleOf(const LoadLogic::Motor& motor)
     return u"Propiedades Motor ("_s + LoadLogic::MotorTitle(motor) + u')';
 }
 
+/// Whether `field` stands for `value`, also where it is being typed in or shows it rounded.
+bool reads(const QLineEdit* field, float value)
+{
+    return Numbers::parseNumber(field->text()) == value || field->text() == Numbers::fixed(value, 1);
+}
+
 } // namespace
 
 MotorPanel::MotorPanel()
-    : PropertyPanel(u"#FFAF00"_s, u"Propiedades Motor (M1)"_s, u"Eliminar Motor"_s)
+    : PropertyPanel(u"#FFAF00"_s, u"Propiedades Motor (M1)"_s)
 {
     setObjectName("motorPanel"_L1);
     setAccessibleName(u"Propiedades del motor"_s);
@@ -32,11 +38,18 @@ MotorPanel::MotorPanel()
     addField(u"Nombre:"_s, m_name);
     addField(u"Capacidad (kg):"_s, m_capacity);
     addField(u"Peso Motor (kg):"_s, m_selfWeight);
+    addDeleteButton(u"Eliminar Motor"_s);
 }
 
 int MotorPanel::shownId() const
 {
     return m_shownId;
+}
+
+bool MotorPanel::shows(const LoadLogic::Motor& motor) const
+{
+    return m_name->text() == motor.modelName && reads(m_capacity, motor.capacity)
+           && reads(m_selfWeight, motor.selfWeight);
 }
 
 void MotorPanel::showMotor(const LoadLogic::Motor& motor)

@@ -14,6 +14,8 @@ public: // construction
 public: // queries
     /// Id of the motor that the fields stand for, -1 for none.
     [[nodiscard]] int shownId() const;
+    /// Whether the fields read what `motor` has, as exactly as they show it.
+    [[nodiscard]] bool shows(const LoadLogic::Motor& motor) const;
 
 public: // commands
     /// Fills title and fields from `motor`.

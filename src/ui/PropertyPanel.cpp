@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-PropertyPanel::PropertyPanel(const QString& accent, const QString& title, const QString& deleteText)
+PropertyPanel::PropertyPanel(const QString& accent, const QString& title)
 {
     setStyleSheet(Styles::propertyPanel(accent));
     setVisible(false);
@@ -18,23 +18,26 @@ PropertyPanel::PropertyPanel(const QString& accent, const QString& title, const 
     m_title->setStyleSheet(Styles::panelTitle(accent));
     m_form = new QFormLayout;
 
-    auto* remove = new QPushButton(deleteText);
-    remove->setFixedHeight(28);
-    remove->setCursor(Qt::PointingHandCursor);
-    remove->setStyleSheet(Styles::DELETE_BUTTON);
-    connect(remove, &QPushButton::clicked, this, &PropertyPanel::deleteRequested);
-
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(8);
     layout->addWidget(m_title);
     layout->addLayout(m_form);
-    layout->addWidget(remove);
 }
 
 void PropertyPanel::addField(const QString& label, QLineEdit* field)
 {
     m_form->addRow(label, field);
     connect(field, &QLineEdit::textChanged, this, &PropertyPanel::edited);
+}
+
+void PropertyPanel::addDeleteButton(const QString& text)
+{
+    auto* remove = new QPushButton(text);
+    remove->setFixedHeight(28);
+    remove->setCursor(Qt::PointingHandCursor);
+    remove->setStyleSheet(Styles::DELETE_BUTTON);
+    connect(remove, &QPushButton::clicked, this, &PropertyPanel::deleteRequested);
+    layout()->addWidget(remove);
 }
 
 void PropertyPanel::setPanelTitle(const QString& title)

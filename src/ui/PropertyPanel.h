@@ -13,7 +13,7 @@ class PropertyPanel : public QGroupBox
     Q_OBJECT
 
 public: // construction
-    PropertyPanel(const QString& accent, const QString& title, const QString& deleteText);
+    PropertyPanel(const QString& accent, const QString& title);
 
 signals:
     /// The text of a field changed.
@@ -23,6 +23,8 @@ signals:
 protected: // helpers
     /// Puts `field` into the form, with its label as buddy.
     void addField(const QString& label, QLineEdit* field);
+    /// Ends the panel with its button; the Tab key comes to it after the fields that were added before.
+    void addDeleteButton(const QString& text);
     void setPanelTitle(const QString& title);
 
 private: // data

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+/// A bright frame around the field or button of its window that has the keyboard focus: the dark theme
+/// alone does not show where the keys go. Takes no input, and lies over its widget as a sibling.
+class FocusRing : public QWidget
+{
+    Q_OBJECT
+
+public: // construction
+    explicit FocusRing(QWidget* window);
+
+public: // queries
+    /// The widget that it frames, or nothing while it is hidden.
+    [[nodiscard]] QWidget* framed() const;
+    /// Its colour: the accent, or white around what is drawn in the accent itself.
+    [[nodiscard]] QColor colour() const;
+
+public: // overrides
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+protected: // overrides
+    void paintEvent(QPaintEvent* event) override;
+
+private: // helpers
+    void follow(QWidget* focused);
+    void place();
+
+private: // data
+    QPointer<QWidget> m_window;
+    QPointer<QWidget> m_framed;
+};
