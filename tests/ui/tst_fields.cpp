@@ -1,0 +1,295 @@
+#include "app/Appearance.h"
+#include "canvas/MotorDialog.h"
+#include "support/Dialogs.h"
+#include "support/Window.h"
+
+#include <QDoubleSpinBox>
+#include <QInputDialog>
+#include <QInputMethodEvent>
+#include <QLocale>
+#include <QMouseEvent>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// What the keys `keys` make of an empty `field`.
+QString typed(QLineEdit* field, const QString& keys)
+{
+    field->clear();
+    QTest::keyClicks(field, keys);
+    return field->text();
+}
+
+} // namespace
+
+/// On every desktop the point is the decimal sign, and a typed comma becomes one.
+class TestFields : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_before = QLocale();
+    }
+    void cleanup();
+
+    void comma_becomesAPoint_data();
+    void comma_becomesAPoint();
+    void comma_fromTheKeypad_becomesAPoint();
+    void comma_fromAnInputMethod_becomesAPoint();
+    void comma_inAName_stays();
+    void comma_inANameDialog_stays();
+    void comma_inTheExactPosition_becomesAPoint_data();
+    void comma_inTheExactPosition_becomesAPoint();
+    void comma_inTheMotorDialog_becomesAPoint_data();
+    void comma_inTheMotorDialog_becomesAPoint();
+    void comma_inACountBox_changesNothing();
+    void setText_withAComma_doesNotParse_data();
+    void setText_withAComma_doesNotParse();
+    void pastedComma_isRefusedByABoundedField();
+    void shownNumbers_haveThePoint_data();
+    void shownNumbers_haveThePoint();
+    void undoKeys_inADialog_areTheFields();
+
+private:
+    /// A window on a desktop that speaks `locale`.
+    void build(const QString& locale)
+    {
+        QLocale::setDefault(QLocale(locale));
+        m_bench.emplace();
+    }
+
+    static void localeRows()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::newRow("C") << u"C"_s;
+        QTest::newRow("es_ES") << u"es_ES"_s;
+        QTest::newRow("de_DE") << u"de_DE"_s;
+    }
+
+    QLocale m_before;
+    std::optional<Support::Bench> m_bench;
+};
+
+void TestFields::cleanup()
+{
+    m_bench.reset();
+    QLocale::setDefault(m_before);
+}
+
+void TestFields::comma_becomesAPoint_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("text");
+    for (const QString& locale : {u"C"_s, u"es_ES"_s, u"de_DE"_s}) {
+        const auto row = [&locale](const char* name, const QString& keys, const QString& text) {
+            QTest::newRow(qUtf8Printable(locale + u' ' + QString::fromLatin1(name) + u' ' + keys))
+                << locale << QByteArray(name) << keys << text;
+        };
+        for (const char* name :
+             {"trussLength", "trussWeight", "limitCPL", "motorSelfWeight", "loadMass", "screenWidth",
+              "screenHeight", "screenWeightM2", "bumperWeight", "cablePercent"}) {
+            row(name, u"8,4"_s, u"8.4"_s);
+            row(name, u"8.4"_s, u"8.4"_s);
+        }
+        row("motorCapacity", u"512,5"_s, u"512.5"_s);
+        row("screenWidth", u",5"_s, u".5"_s);
+        row("trussLength", u"12,34"_s, u"12.3"_s); // one decimal
+        row("trussLength", u"1,2,3"_s, u"1.2"_s);  // a second sign is refused, and so is a second decimal
+        row("newLoadMass", u"25"_s, u"25"_s);
+    }
+}
+
+void TestFields::comma_becomesAPoint()
+{
+    QFETCH(QString, locale);
+    QFETCH(QByteArray, name);
+    QFETCH(QString, keys);
+    QFETCH(QString, text);
+    build(locale);
+    if (name.startsWith("motor"))
+        m_bench->window.showMotorProperties(0);
+    if (name.startsWith("loadM"))
+        m_bench->window.showLoadProperties(m_bench->hangLoad(1.0F, 1.0F));
+    QCOMPARE(typed(m_bench->field(name.constData()), keys), text);
+}
+
+void TestFields::comma_fromTheKeypad_becomesAPoint()
+{
+    build(u"es_ES"_s);
+    QLineEdit* width = m_bench->field("screenWidth");
+    width->setText(u"2"_s);
+    QTest::keyClick(width, Qt::Key_Comma, Qt::KeypadModifier);
+    QTest::keyClick(width, '5');
+    QCOMPARE(width->text(), u"2.5"_s);
+}
+
+void TestFields::comma_fromAnInputMethod_becomesAPoint()
+{
+    build(u"es_ES"_s);
+    for (const char* name : {"screenWidth", "trussLength"}) {
+        QLineEdit* field = m_bench->field(name);
+        field->clear();
+        for (const QString& piece : {u"8"_s, u","_s, u"5"_s}) {
+            QInputMethodEvent commit;
+            commit.setCommitString(piece);
+            QCoreApplication::sendEvent(field, &commit);
+        }
+        QCOMPARE(field->text(), u"8.5"_s);
+    }
+}
+
+void TestFields::comma_inAName_stays()
+{
+    build(u"es_ES"_s);
+    for (const char* name : {"newLoadName", "motorName", "loadName"}) {
+        m_bench->window.showMotorProperties(0);
+        if (QByteArray(name) == "loadName")
+            m_bench->window.showLoadProperties(m_bench->hangLoad(1.0F, 1.0F));
+        QCOMPARE(typed(m_bench->field(name), u"Izq, alto"_s), u"Izq, alto"_s);
+    }
+}
+
+void TestFields::comma_inANameDialog_stays()
+{
+    build(u"es_ES"_s);
+    const Support::Answer<QInputDialog> type([](QInputDialog& dialog) {
+        typed(dialog.findChild<QLineEdit*>(), u"Gira,"_s);
+        dialog.accept();
+    });
+    m_bench->window.onRenameTab(0);
+    QVERIFY(type.given());
+    QCOMPARE(m_bench->tabBar()->tabText(0), u"Gira,"_s);
+}
+
+void TestFields::comma_inTheExactPosition_becomesAPoint_data()
+{
+    localeRows();
+}
+
+// The box speaks the default locale, which the program sets to C before any widget.
+void TestFields::comma_inTheExactPosition_becomesAPoint()
+{
+    QFETCH(QString, locale);
+    QLocale::setDefault(QLocale(locale));
+    const QString plain = qApp->styleSheet();
+    const QPalette palette = QApplication::palette();
+    Appearance::apply(*qobject_cast<QApplication*>(QCoreApplication::instance()));
+    m_bench.emplace();
+    TrussView* canvas = m_bench->canvas();
+    canvas->resize(800, 600);
+
+    const Support::Answer<QInputDialog> type([](QInputDialog& dialog) {
+        auto* box = dialog.findChild<QDoubleSpinBox*>();
+        box->selectAll();
+        QTest::keyClicks(box, u"-0,5"_s);
+        dialog.accept();
+    });
+    // The position label of the left motor: from 119 to 106 px above the truss's line.
+    QTest::mousePress(canvas, Qt::LeftButton, {}, QPoint(canvas->marginX, canvas->height() / 2 - 112));
+    QVERIFY(type.given());
+    QCOMPARE(LoadLogic::MotorList.at(0).positionX, 5.5F);
+
+    m_bench.reset();
+    qApp->setStyleSheet(plain);
+    QApplication::setPalette(palette);
+}
+
+void TestFields::comma_inTheMotorDialog_becomesAPoint_data()
+{
+    localeRows();
+}
+
+void TestFields::comma_inTheMotorDialog_becomesAPoint()
+{
+    QFETCH(QString, locale);
+    build(locale);
+    MotorDialog dialog(LoadLogic::MotorList.constFirst(), &m_bench->window);
+    const auto fields = dialog.findChildren<QLineEdit*>();
+    QCOMPARE(fields.size(), 3);
+    for (QLineEdit* field : fields)
+        QCOMPARE(typed(field, u"120,5"_s), field->validator() == nullptr ? u"120,5"_s : u"120.5"_s);
+}
+
+void TestFields::comma_inACountBox_changesNothing()
+{
+    build(u"es_ES"_s);
+    QSpinBox* count = m_bench->box("loadCount");
+    count->selectAll();
+    QTest::keyClicks(count, u"2,"_s);
+    QCOMPARE(count->value(), 2);
+}
+
+void TestFields::setText_withAComma_doesNotParse_data()
+{
+    localeRows();
+}
+
+void TestFields::setText_withAComma_doesNotParse()
+{
+    QFETCH(QString, locale);
+    build(locale);
+    m_bench->setText("trussWeight", u"10,5"_s);
+    QCOMPARE(LoadLogic::TrussSelfWeight, 0.0F);
+    QVERIFY(m_bench->field("trussWeight")->styleSheet().contains(u"#FF5555"_s));
+    m_bench->setText("screenWidth", u"2,5"_s);
+    QCOMPARE(LoadLogic::Screen_Width, 0.0F);
+}
+
+void TestFields::pastedComma_isRefusedByABoundedField()
+{
+    build(u"es_ES"_s);
+    QLineEdit* weight = m_bench->field("trussWeight");
+    weight->selectAll();
+    weight->insert(u"10,5"_s); // as a paste does
+    QVERIFY2(weight->text() != u"105"_s, qUtf8Printable(weight->text()));
+    QCOMPARE(LoadLogic::TrussSelfWeight, 8.4F);
+}
+
+void TestFields::shownNumbers_haveThePoint_data()
+{
+    localeRows();
+}
+
+void TestFields::shownNumbers_haveThePoint()
+{
+    QFETCH(QString, locale);
+    build(locale);
+    QCOMPARE(m_bench->text("trussWeight"), u"8.4"_s);
+    m_bench->window.restoreProjectState(m_bench->window.captureCurrentState());
+    QCOMPARE(m_bench->text("screenWidth"), u"4.00"_s);
+    m_bench->setText("limitCPL", u"2000"_s);
+    QCOMPARE(m_bench->text("limitCPL"), u"2000"_s);
+    QCOMPARE(m_bench->label("screenWeight")->text(), u"Peso Total Array: 556.4 kg (+7.0% cable)"_s);
+    QVERIFY(m_bench->field("trussWeight")->hasAcceptableInput());
+}
+
+void TestFields::undoKeys_inADialog_areTheFields()
+{
+    build(u"C"_s);
+    m_bench->window.onAddMotorClicked();
+    QString after;
+    const Support::Answer<QInputDialog> type([&after](QInputDialog& dialog) {
+        auto* field = dialog.findChild<QLineEdit*>();
+        field->setFocus();
+        field->selectAll();
+        QTest::keyClicks(field, u"Otro"_s);
+        QTest::keyClick(field, Qt::Key_Z, Qt::ControlModifier);
+        after = field->text();
+        dialog.reject();
+    });
+    m_bench->window.onRenameTab(0);
+    QVERIFY(type.given());
+    QVERIFY2(after != u"Otro"_s, qUtf8Printable(after));
+    QCOMPARE(LoadLogic::MotorList.size(), 3); // the project is not undone
+}
+
+QTEST_MAIN(TestFields)
+#include "tst_fields.moc"
