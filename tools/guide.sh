@@ -9,15 +9,12 @@ here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
 source "$here/lib.sh"
 
 need_packages "${velmora_program_packages[@]}"
-build=$velmora_root/build/pictures
 lock_build
-cmake -S "$velmora_root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVELMORA_PICTURES=ON \
-    -DBUILD_TESTING=OFF >/dev/null
-ninja -C "$build" velmora_pictures >&2
+build pictures velmora_pictures
 unlock_build
 
 # Only what is told here decides how the window looks, not the desktop of the one who runs this.
 env -u QT_SCALE_FACTOR -u QT_STYLE_OVERRIDE -u QT_FONT_DPI QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 \
-    "$build/bin/velmora_pictures" "$velmora_root/docs/guide/user_guide.src.html" \
+    "$velmora_root/build/pictures/bin/velmora_pictures" "$velmora_root/docs/guide/user_guide.src.html" \
     "$velmora_root/resources/user_guide.html" "$velmora_root/docs/screenshot.png" "$@"
 say "Written: resources/user_guide.html, docs/screenshot.png"

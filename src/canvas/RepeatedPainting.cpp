@@ -4,14 +4,16 @@
 #include <QPainter>
 #include <QRegion>
 
+#include <algorithm>
 #include <vector>
 
 namespace
 {
 
-/// Changed columns closer together than this are one strip, wider than they are on either side by
-/// the second number, so that no rounding between pixels of image and painter loses one.
+/// Changed columns closer together than this are one strip [px] …
 constexpr int STRIP_GAP = 16;
+/// … which reaches this much further on every side, so that no rounding between the pixels of painter
+/// and image loses any [px]. Strips never overlap.
 constexpr int STRIP_MARGIN = 2;
 
 std::vector<bool> changedColumns(const QImage& before, const QImage& after)
@@ -20,37 +22,46 @@ std::vector<bool> changedColumns(const QImage& before, const QImage& after)
     for (int y = 0; y < before.height(); ++y) {
         const auto* old = reinterpret_cast<const QRgb*>(before.constScanLine(y));
         const auto* now = reinterpret_cast<const QRgb*>(after.constScanLine(y));
-        for (std::size_t x = 0; x < changed.size(); ++x) {
-            if (old[x] != now[x])
-                changed[x] = true;
-        }
+        if (std::equal(old, old + before.width(), now))
+            continue;
+        for (std::size_t x = 0; x < changed.size(); ++x)
+            changed[x] = changed[x] || old[x] != now[x];
     }
     return changed;
 }
 
 /// The changed columns of `pixels` [device px] as a few strips.
-QRegion changedStrips(const std::vector<bool>& changed, const QRect& pixels)
+std::vector<QRect> changedStrips(const std::vector<bool>& changed, const QRect& pixels)
 {
-    QRegion strips;
-    const int count = static_cast<int>(changed.size());
-    int first = -1;
-    int last = -1;
-    const auto close = [&] {
-        if (first != -1)
-            strips += QRect(QPoint(pixels.left() + first - STRIP_MARGIN, pixels.top() - STRIP_MARGIN),
-                            QPoint(pixels.left() + last + STRIP_MARGIN, pixels.bottom() + STRIP_MARGIN));
-    };
-    for (int x = 0; x < count; ++x) {
+    std::vector<QRect> strips;
+    for (int x = 0; x < static_cast<int>(changed.size()); ++x) {
         if (!changed[static_cast<std::size_t>(x)])
             continue;
-        if (first == -1 || x - last > STRIP_GAP) {
-            close();
-            first = x;
-        }
-        last = x;
+        const int column = pixels.left() + x;
+        if (strips.empty() || column - strips.back().right() > STRIP_GAP)
+            strips.emplace_back(column, pixels.top(), 1, pixels.height());
+        else
+            strips.back().setRight(column);
     }
-    close();
+    for (QRect& strip : strips)
+        strip.adjust(-STRIP_MARGIN, -STRIP_MARGIN, STRIP_MARGIN, STRIP_MARGIN);
     return strips;
+}
+
+/// Calls `paint` up to `times` times, until that changes nothing in `pixels` [device px].
+void settle(const QImage& image, const QRect& pixels, int times, const std::function<void()>& paint)
+{
+    for (int i = 0; i < times; ++i) {
+        const QImage before = image.copy(pixels);
+        paint();
+        if (image.copy(pixels) == before)
+            break;
+    }
+}
+
+QRect toPixels(const QPainter& painter, const QImage& image, const QRect& area)
+{
+    return painter.deviceTransform().mapRect(area).intersected(image.rect());
 }
 
 } // namespace
@@ -58,21 +69,23 @@ QRegion changedStrips(const std::vector<bool>& changed, const QRect& pixels)
 void RepeatedPainting::paint(QPainter& painter, const QImage& image, const QRect& area, int times,
                              const std::function<void()>& paint)
 {
-    const QTransform toDevice = painter.deviceTransform();
-    const QRect pixels = toDevice.mapRect(area).intersected(image.rect());
+    const QRect pixels = toPixels(painter, image, area);
+    if (!pixels.isEmpty())
+        settle(image, pixels, times, paint);
+}
+
+void RepeatedPainting::paintInStrips(QPainter& painter, const QImage& image, const QRect& area, int times,
+                                     const std::function<void()>& paint)
+{
+    const QRect pixels = toPixels(painter, image, area);
     if (pixels.isEmpty())
         return;
-    QImage before = image.copy(pixels);
+    const QImage before = image.copy(pixels);
     paint();
-    for (int i = 1; i < times; ++i) {
-        QImage after = image.copy(pixels);
-        const QRegion changed = changedStrips(changedColumns(before, after), pixels);
-        if (changed.isEmpty())
-            return;
-        before = std::move(after);
+    for (const QRect& strip : changedStrips(changedColumns(before, image.copy(pixels)), pixels)) {
         painter.save();
-        painter.setClipRegion(toDevice.inverted().map(changed), Qt::IntersectClip);
-        paint();
+        painter.setClipRegion(painter.deviceTransform().inverted().map(QRegion(strip)), Qt::IntersectClip);
+        settle(image, strip, times - 1, paint);
         painter.restore();
     }
 }

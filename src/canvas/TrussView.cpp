@@ -11,24 +11,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Arrays of more segments than this are painted into an image, where repeating can stop early.
-constexpr int LONG_RUN = 16;
 /// A target this wide is drawn at a scale of 1 [px].
 constexpr double SCALE_ONE_WIDTH = 1000.0;
-
-bool hasLongArray()
-{
-    qsizetype run = 0;
-    int groupId = -1;
-    for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads)) {
-        const bool goesOn = LoadLogic::IsScreen(load) && load.groupId == groupId;
-        groupId = load.groupId;
-        run = goesOn ? run + 1 : 1;
-        if (run > LONG_RUN)
-            return true;
-    }
-    return false;
-}
 
 } // namespace
 
@@ -51,6 +35,20 @@ int TrussView::selectedLoadId() const
 {
     const CanvasHost* window = host();
     return window == nullptr ? -1 : window->selectedLoad();
+}
+
+bool TrussView::hasLongArray()
+{
+    qsizetype run = 0;
+    int groupId = -1;
+    for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads)) {
+        const bool goesOn = LoadLogic::IsScreen(load) && load.groupId == groupId;
+        groupId = load.groupId;
+        run = goesOn ? run + 1 : 1;
+        if (run > LONG_RUN)
+            return true;
+    }
+    return false;
 }
 
 void TrussView::paintEvent(QPaintEvent* /*event*/)

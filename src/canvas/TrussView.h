@@ -85,6 +85,8 @@ private: // nested types
     };
     /// What lies under the pointer.
     using Target = std::variant<std::monostate, MotorLabel, MotorBody, LoadLabel, LoadBody, Array>;
+    /// Arrays of more segments than this are painted into an image, where repeating can stop early.
+    static constexpr int LONG_RUN = 16;
     enum class Order
     {
         LoadsFirst,
@@ -105,6 +107,7 @@ private: // drawing (TrussViewDrawing.cpp)
     void drawScene(QPainter& painter, int W, int H, double s, Order order);
     void drawLoads(QPainter& painter, int W, int H, double s);
     void drawMotors(QPainter& painter, int W, int H, double s);
+    [[nodiscard]] static bool hasLongArray();
     void drawArrayRun(QPainter& painter, const LoadLogic::ActiveLoad& segment, int times, int W, int H,
                       double s);
     void drawDimension(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c);

@@ -90,10 +90,11 @@ void TrussView::drawArrayRun(QPainter& painter, const LoadLogic::ActiveLoad& seg
                              double s)
 {
     const auto draw = [&] { drawScreen(painter, segment, W, H, s); };
-    if (painter.device()->devType() == QInternal::Image) {
+    if (times > LONG_RUN && painter.device()->devType() == QInternal::Image) {
         const TrussGeometry g = geometry(W, H, s);
         const QRect area(0, g.lineY(), W, g.scaled(ARRAY_TOP + ARRAY_HEIGHT + TEXT_MARGIN));
-        RepeatedPainting::paint(painter, *static_cast<const QImage*>(painter.device()), area, times, draw);
+        const auto repeat = s == 1.0 ? RepeatedPainting::paintInStrips : RepeatedPainting::paint;
+        repeat(painter, *static_cast<const QImage*>(painter.device()), area, times, draw);
         return;
     }
     for (int i = 0; i < times; ++i)

@@ -1,1 +1,5 @@
-# velmora_test(canvas NAME) for each tst_NAME.cpp of this folder
+velmora_test(canvas drawing canvas/RecordingWindow.h)
+velmora_test(canvas geometry)
+velmora_test(canvas menu canvas/RecordingWindow.h)
+velmora_test(canvas pointer canvas/RecordingWindow.h)
+velmora_test(canvas rendering)
