@@ -1,5 +1,5 @@
 # Prints docs/verification.md; the test tells whether that page is up to date.
 add_executable(verification verification/verification.cpp)
-target_link_libraries(verification PRIVATE velmora_test_support)
+target_link_libraries(verification PRIVATE velmora_test_support velmora_engine)
 add_test(NAME engine.verification COMMAND verification "${PROJECT_SOURCE_DIR}/docs/verification.md")
 set_tests_properties(engine.verification PROPERTIES LABELS engine)

@@ -1,0 +1,76 @@
+#include "io/ProjectFile.h"
+
+#include <QFile>
+
+#include <cstdio>
+#include <cstring>
+
+using namespace Qt::StringLiterals;
+
+// Saves projects as the window does, for tools/kill-save.sh to disturb:
+//     saver FILE          the old and the new project over FILE in turn, until it is killed; prints
+//                         a line when the first is there
+//     saver --old FILE    the old project once; the exit code is 0 only if it says that it is saved
+//     saver --new FILE    the new one
+
+namespace
+{
+
+/// Large enough for several writes: some 400 kB of text.
+constexpr int LOADS = 1500;
+
+LoadLogic::ProjectState project(const QString& name, float mass)
+{
+    LoadLogic::ProjectState state;
+    state.tabName = name;
+    for (int id = 1; id <= LOADS; ++id) {
+        LoadLogic::ActiveLoad load;
+        load.id = id;
+        load.mass = mass;
+        load.name = name;
+        state.loads.append(load);
+    }
+    return state;
+}
+
+LoadLogic::ProjectState oldProject()
+{
+    return project(u"Antes"_s, 100.25F);
+}
+
+LoadLogic::ProjectState newProject()
+{
+    return project(u"Después de guardar"_s, 7.5F);
+}
+
+int saveOnce(const QString& path, const LoadLogic::ProjectState& state)
+{
+    return ProjectFile::write(path, state) ? 0 : 1;
+}
+
+[[noreturn]] void saveForEver(const QString& path)
+{
+    const LoadLogic::ProjectState before = oldProject();
+    const LoadLogic::ProjectState after = newProject();
+    ProjectFile::write(path, before);
+    std::puts("saving");
+    std::fflush(stdout);
+    for (;;) {
+        ProjectFile::write(path, after);
+        ProjectFile::write(path, before);
+    }
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    if (argc == 2)
+        saveForEver(QFile::decodeName(argv[1]));
+    if (argc == 3 && std::strcmp(argv[1], "--old") == 0)
+        return saveOnce(QFile::decodeName(argv[2]), oldProject());
+    if (argc == 3 && std::strcmp(argv[1], "--new") == 0)
+        return saveOnce(QFile::decodeName(argv[2]), newProject());
+    std::fputs("usage: saver [--old | --new] FILE\n", stderr);
+    return 2;
+}
