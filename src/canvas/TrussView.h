@@ -103,7 +103,8 @@ private: // drawing (TrussViewDrawing.cpp)
     [[nodiscard]] TrussGeometry geometry(int W, int H, double s) const;
     [[nodiscard]] TrussGeometry screenGeometry() const;
     const CanvasPalette& colours(double s);
-    [[nodiscard]] ArraySummary arrayOf(int groupId) const;
+    /// Nothing where no load is of this group.
+    [[nodiscard]] std::optional<ArraySummary> arrayOf(int groupId) const;
     void drawScene(QPainter& painter, int W, int H, double s, Order order);
     void drawLoads(QPainter& painter, int W, int H, double s);
     void drawMotors(QPainter& painter, int W, int H, double s);

@@ -200,25 +200,27 @@ void TrussView::drawLoad(QPainter& painter, const LoadLogic::ActiveLoad& load, i
                      LoadLogic::formatCoordinate(load.positionX));
 }
 
-ArraySummary TrussView::arrayOf(int groupId) const
+std::optional<ArraySummary> TrussView::arrayOf(int groupId) const
 {
-    return m_arrays ? m_arrays->value(groupId) : summariseArrays(selectedLoadId()).value(groupId);
+    const ArraySummaries arrays = m_arrays ? *m_arrays : summariseArrays(selectedLoadId());
+    const auto array = arrays.constFind(groupId);
+    return array == arrays.cend() ? std::nullopt : std::optional(*array);
 }
 
 void TrussView::drawScreen(QPainter& painter, const LoadLogic::ActiveLoad& segment, int W, int H, double s)
 {
-    if (LoadLogic::ActiveLoads.isEmpty())
+    const std::optional<ArraySummary> array = arrayOf(segment.groupId);
+    if (!array)
         return;
     const TrussGeometry g = geometry(W, H, s);
     const CanvasPalette& c = colours(s);
-    const ArraySummary array = arrayOf(segment.groupId);
-    const float a = array.centre - array.width * 0.5F;
-    const float b = array.centre + array.width * 0.5F;
+    const float a = array->centre - array->width * 0.5F;
+    const float b = array->centre + array->width * 0.5F;
     const QRect frame(g.toX(a), g.lineY() + g.scaled(ARRAY_TOP), g.offset(b) - g.offset(a),
                       g.scaled(ARRAY_HEIGHT));
 
-    const QColor& colour = array.selected ? c.selectedScreenFrame : c.screenFrame;
-    painter.setPen(QPen(colour, array.selected && !printMode ? 2.0 * s : s));
+    const QColor& colour = array->selected ? c.selectedScreenFrame : c.screenFrame;
+    painter.setPen(QPen(colour, array->selected && !printMode ? 2.0 * s : s));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(frame);
     if (!printMode)

@@ -89,6 +89,7 @@ private slots:
     void overloadedLabel_isHiddenInTheOffHalf();
     void warning_showsInTheOnHalfOnly();
     void longArray_looksAsRepeatedForEachSegment();
+    void screenOfAnUnknownGroup_isNotDrawn();
     void lattice_hasOneCrossPerMetre_data();
     void lattice_hasOneCrossPerMetre();
     void chord_tellsTheStress_data();
@@ -275,6 +276,21 @@ void TestDrawing::longArray_looksAsRepeatedForEachSegment()
     TrussView view;
     view.resize(SIZE);
     QCOMPARE(pictureOf(view), referenceOnScreen([](ReferencePainting&) {}));
+}
+
+void TestDrawing::screenOfAnUnknownGroup_isNotDrawn()
+{
+    hangScreen(100, 6.0F, 2.0F, u"Video_Segment"_s);
+    LoadLogic::ActiveLoad stranger = LoadLogic::ActiveLoads.constFirst();
+    stranger.groupId = 101;
+    TrussView view;
+    QImage picture(SIZE, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    const QImage empty = picture.copy();
+    QPainter painter(&picture);
+    view.drawScreen(painter, stranger, SIZE.width(), SIZE.height(), 1.0);
+    painter.end();
+    QCOMPARE(picture, empty);
 }
 
 void TestDrawing::lattice_hasOneCrossPerMetre_data()
