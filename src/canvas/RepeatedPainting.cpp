@@ -15,6 +15,8 @@ constexpr int STRIP_GAP = 16;
 /// … which reaches this much further on every side, so that no rounding between the pixels of painter
 /// and image loses any [px]. Strips never overlap.
 constexpr int STRIP_MARGIN = 2;
+/// Columns can be compared where a pixel is one QRgb [bits].
+constexpr int COMPARABLE_DEPTH = 32;
 
 std::vector<bool> changedColumns(const QImage& before, const QImage& after)
 {
@@ -77,6 +79,10 @@ void RepeatedPainting::paint(QPainter& painter, const QImage& image, const QRect
 void RepeatedPainting::paintInStrips(QPainter& painter, const QImage& image, const QRect& area, int times,
                                      const std::function<void()>& paint)
 {
+    if (image.depth() != COMPARABLE_DEPTH) {
+        RepeatedPainting::paint(painter, image, area, times, paint);
+        return;
+    }
     const QRect pixels = toPixels(painter, image, area);
     if (pixels.isEmpty())
         return;

@@ -67,6 +67,8 @@ private slots:
     void thousandPixels_haveTheGeometryOfTheScreen();
     void printMode_isPutBack();
     void rectangle_isDrawnInTheScreenPaletteOnWhite();
+    void longArray_looksTheSameInOtherFormats_data();
+    void longArray_looksTheSameInOtherFormats();
     void tinyImage_isStillDrawn();
 };
 
@@ -189,6 +191,40 @@ void TestRendering::rectangle_isDrawnInTheScreenPaletteOnWhite()
     }
     QCOMPARE(drawn, expected);
     QCOMPARE(drawn.pixelColor(39, 29), QColor(Qt::darkGreen));
+}
+
+void TestRendering::longArray_looksTheSameInOtherFormats_data()
+{
+    QTest::addColumn<QImage::Format>("format");
+    QTest::newRow("24 bits") << QImage::Format_RGB888;
+    QTest::newRow("16 bits") << QImage::Format_RGB16;
+    QTest::newRow("64 bits") << QImage::Format_RGBX64;
+}
+
+// Each repetition of the array darkens the box behind its name: in 30 of them to black.
+void TestRendering::longArray_looksTheSameInOtherFormats()
+{
+    QFETCH(const QImage::Format, format);
+    LoadLogic::ActiveLoad segment;
+    segment.type = u"Video_Segment"_s;
+    segment.groupId = 100;
+    segment.screenWidth = 4.0F;
+    segment.positionX = 10.0F;
+    for (int i = 0; i < 30; ++i)
+        LoadLogic::PlaceLoad(segment);
+
+    const QRect rect(0, 0, 1000, 500);
+    TrussView view;
+    QImage drawn(rect.size(), format);
+    QPainter painter(&drawn);
+    view.renderTo(painter, rect);
+    painter.end();
+
+    // Within the frame, on the name's box: the name's letters are 5 px further in.
+    const QRect box = QFontMetrics(QFont(u"Monospace"_s, 8, QFont::Bold), &drawn).boundingRect(u"LED"_s);
+    const QPoint centre(80 + 700, 250 + 5 + 20);
+    const QColor corner = drawn.pixelColor(centre - QPoint(box.width() / 2 + 2, 0));
+    QVERIFY2(corner.red() < 10 && corner.green() < 10 && corner.blue() < 10, qPrintable(corner.name()));
 }
 
 // Fonts of no size are the toolkit's affair.
