@@ -135,6 +135,8 @@ private: // pointer (TrussViewPointer.cpp)
     void followDraggedMotor();
     [[nodiscard]] bool isDragging() const;
     void endDrag();
+    /// What a release does: ends the drag and calculates once more.
+    void finishDrag();
     void selectNothing();
     void askMotorPosition(LoadLogic::Motor motor);
     void askLoadPosition(int id);
@@ -143,6 +145,9 @@ private: // pointer (TrussViewPointer.cpp)
     void recalculate();
 
 private: // menu (TrussViewMenu.cpp)
+    /// Shows a menu of `entries` at `position`; returns the index of the chosen one, -1 for none. The
+    /// canvas may be destroyed meanwhile.
+    [[nodiscard]] int chooseFrom(const QStringList& entries, QPoint position);
     [[nodiscard]] int arrayForMenuAt(QPoint point) const;
     void runMotorMenu(LoadLogic::Motor motor, QPoint position);
     void runArrayMenu(int groupId, QPoint position);

@@ -7,6 +7,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <functional>
 #include <set>
 #include <utility>
 
@@ -15,21 +16,44 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Shows a menu of `entries` at `position`; returns the index of the chosen one, -1 for none. The
-/// window may be destroyed meanwhile.
-int chooseFrom(const QStringList& entries, QPoint position, QWidget* parent)
+/// Calls `released` whenever a mouse button is released over what it watches.
+class ReleaseWatcher : public QObject
 {
-    const QPointer<QMenu> menu = new QMenu(parent);
+public: // construction
+    ReleaseWatcher(std::function<void()> released, QObject* parent)
+        : QObject(parent)
+        , m_released(std::move(released))
+    {
+    }
+
+public: // overrides
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::MouseButtonRelease)
+            m_released();
+        return QObject::eventFilter(watched, event);
+    }
+
+private: // data
+    std::function<void()> m_released;
+};
+
+} // namespace
+
+// Where a press opens the menu, the menu gets the release as well. It still ends the drag that the
+// press began; otherwise the item would stick to the pointer afterwards.
+int TrussView::chooseFrom(const QStringList& entries, QPoint position)
+{
+    const QPointer<QMenu> menu = new QMenu(this);
     for (const QString& entry : entries)
         menu->addAction(entry);
+    menu->installEventFilter(new ReleaseWatcher([this] { finishDrag(); }, menu));
     QAction* chosen = menu->exec(position);
     const int index =
         menu.isNull() || chosen == nullptr ? -1 : static_cast<int>(menu->actions().indexOf(chosen));
     delete menu;
     return index;
 }
-
-} // namespace
 
 void TrussView::contextMenuEvent(QContextMenuEvent* event)
 {
@@ -73,7 +97,7 @@ int TrussView::arrayForMenuAt(QPoint point) const
 void TrussView::runMotorMenu(LoadLogic::Motor motor, QPoint position)
 {
     const QPointer<TrussView> self = this;
-    const int chosen = chooseFrom({u"Editar Especificaciones..."_s, u"Eliminar Motor"_s}, position, this);
+    const int chosen = chooseFrom({u"Editar Especificaciones..."_s, u"Eliminar Motor"_s}, position);
     if (self.isNull())
         return;
     if (chosen == 0)
@@ -111,7 +135,7 @@ void TrussView::runArrayMenu(int groupId, QPoint position)
 {
     const QPointer<TrussView> self = this;
     const int chosen =
-        chooseFrom({u"Eliminar Pantalla Completa"_s, u"Editar Parámetros de Pantalla"_s}, position, this);
+        chooseFrom({u"Eliminar Pantalla Completa"_s, u"Editar Parámetros de Pantalla"_s}, position);
     if (self.isNull())
         return;
     if (chosen == 0)
@@ -147,7 +171,7 @@ void TrussView::runLoadMenu(qsizetype index, QPoint position)
 {
     const int id = LoadLogic::ActiveLoads.at(index).id;
     const QPointer<TrussView> self = this;
-    const int chosen = chooseFrom({u"Eliminar Carga"_s}, position, this);
+    const int chosen = chooseFrom({u"Eliminar Carga"_s}, position);
     const bool isStillThere =
         index < LoadLogic::ActiveLoads.size() && LoadLogic::ActiveLoads.at(index).id == id;
     if (!self.isNull() && chosen == 0 && isStillThere)

@@ -103,6 +103,11 @@ void TrussView::mouseMoveEvent(QMouseEvent* event)
 
 void TrussView::mouseReleaseEvent(QMouseEvent* /*event*/)
 {
+    finishDrag();
+}
+
+void TrussView::finishDrag()
+{
     if (printMode || !isDragging())
         return;
     endDrag();

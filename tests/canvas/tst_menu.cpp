@@ -4,6 +4,7 @@
 #include "support/Dialogs.h"
 #include "support/Window.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QDialogButtonBox>
 #include <QDoubleValidator>
@@ -11,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -63,6 +65,7 @@ private slots:
     void motor_offersEditAndDelete();
     void motorDeleted_isGoneAndCanBeUndone();
     void closedMenu_doesNothing();
+    void releaseOverTheMenu_endsTheDrag();
     void dialog_showsTheMotor();
     void acceptedDialog_writesTheMotor();
     void rejectedDialog_changesNothing();
@@ -141,6 +144,30 @@ void TestMenu::closedMenu_doesNothing()
     QVERIFY(menu.given());
     QVERIFY(window->calls.isEmpty());
     QCOMPARE(LoadLogic::MotorList.size(), 1);
+}
+
+// The press opens the menu, and the menu gets the release.
+void TestMenu::releaseOverTheMenu_endsTheDrag()
+{
+    LoadLogic::AddMotor(2.0F);
+    LoadLogic::AddMotor(8.0F);
+    const QPoint point(column(2.0F), LINE);
+    QTest::mousePress(view, Qt::RightButton, Qt::NoModifier, point);
+    QCOMPARE(view->draggedMotor, 0);
+
+    bool released = false;
+    QTimer::singleShot(0, view, [&released] {
+        QWidget* menu = QApplication::activePopupWidget();
+        QVERIFY(menu != nullptr);
+        QTest::mouseRelease(menu, Qt::RightButton, Qt::NoModifier, QPoint(1, 1));
+        released = true;
+        menu->close();
+    });
+    open(point.x(), point.y());
+    QVERIFY(released);
+    QCOMPARE(view->draggedMotor, -1);
+    QTest::mouseMove(view, QPoint(column(5.0F), LINE));
+    QCOMPARE(LoadLogic::MotorList.at(0).positionX, 2.0F);
 }
 
 void TestMenu::dialog_showsTheMotor()
