@@ -96,6 +96,8 @@ private slots:
     void report_intoAMissingFolder_exitsWithTwo();
     void summaryAndReport_areBothWritten();
     void windowWithoutDisplay_saysSoInOneLine();
+    void windowWithoutDisplay_onADesktopPlatform_doesNotAbort_data();
+    void windowWithoutDisplay_onADesktopPlatform_doesNotAbort();
     void windowWithoutDisplay_tellsTheFiguresAndWritesTheReport();
     void windowOffScreen_opens();
 };
@@ -356,6 +358,25 @@ void TestProgram::windowWithoutDisplay_saysSoInOneLine()
     const Result result = run({});
     QCOMPARE(result.code, 2);
     QCOMPARE(result.out, QString());
+    QVERIFY(result.err.startsWith(u"velmora-master: No hay pantalla"_s));
+    QCOMPARE(result.err.count(u'\n'), 1);
+}
+
+void TestProgram::windowWithoutDisplay_onADesktopPlatform_doesNotAbort_data()
+{
+    QTest::addColumn<QString>("platform");
+    QTest::newRow("X11") << u"xcb"_s;
+    QTest::newRow("Wayland, then X11") << u"wayland;xcb"_s;
+    QTest::newRow("Wayland by EGL") << u"wayland-egl"_s;
+}
+
+void TestProgram::windowWithoutDisplay_onADesktopPlatform_doesNotAbort()
+{
+    QFETCH(const QString, platform);
+    QProcessEnvironment environment = withoutDisplay();
+    environment.insert(u"QT_QPA_PLATFORM"_s, platform);
+    const Result result = run({}, environment);
+    QCOMPARE(result.code, 2);
     QVERIFY(result.err.startsWith(u"velmora-master: No hay pantalla"_s));
     QCOMPARE(result.err.count(u'\n'), 1);
 }
