@@ -14,6 +14,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
+/// One line of the document, told here a rule a line.
 const QString STYLES = uR"(
 body { font-family: 'Segoe UI', Arial, sans-serif; padding: 40px; color: #1a1a1a; background: #fff; max-width: 800px; margin: auto; line-height: 1.4; }
 h1 { color: #000; border-bottom: 3px solid #00BFFF; padding-bottom: 12px; text-transform: uppercase; }
@@ -31,7 +32,7 @@ tr:nth-child(even) { background-color: #fcfcfc; }
 .recommendation-box { background: #fffcf0; padding: 20px; border: 2px solid #f1c40f; border-radius: 4px; margin-top: 30px; margin-bottom: 30px; }
 .recommendation-box h4 { color: #d35400; margin-top: 0; }
 .disclaimer-box { background: #eee; padding: 20px; font-size: 0.85em; color: #555; border-top: 1px solid #ccc; margin-top: 50px; }
-)"_s;
+)"_s.simplified();
 
 /// Nothing but the drawings and the styles above: names may hold markup of a stranger.
 const QString POLICY =
