@@ -38,11 +38,13 @@ expect()
     exit 1
 }
 
-expect "carpeta dos.json uno.rig" ""
+# A folder before the word: outside of a terminal some versions of bash take the quotes that the
+# library puts around an empty word for a part of it.
+expect "./carpeta ./dos.json ./uno.rig" ./
 expect "uno.rig" u
 expect "--help --informe --json --resumen --salida --version" --
 expect "--resumen" --r
-expect "carpeta" --informe --salida ""
-expect "carpeta dos.json uno.rig" --informe --salida carpeta ""
+expect "./carpeta" --informe --salida ./
+expect "./carpeta ./dos.json ./uno.rig" --informe --salida carpeta ./
 expect "carpeta" --informe --salida = car
 expect "" -- --r
