@@ -55,8 +55,7 @@ void MainWindow::arrayDragBegan(const LoadLogic::ActiveLoad& segment)
 
 void MainWindow::editArrayParameters(LoadLogic::ActiveLoad segment)
 {
-    selectedLoadId = segment.id;
-    selectedMotorIndex = -1;
+    selectLoad(segment.id);
     m_led->typeWidth(Numbers::general(segment.screenWidth));
     m_led->typeHeight(Numbers::fixed(segment.screenHeight, 2));
     m_led->typeCable(Numbers::fixed(segment.cableWeightPercent, 1));

@@ -241,6 +241,12 @@ void TestSelectionTable::action_hasItsEffects_data()
     row("screen field, too narrow", SegmentSelected, text("screenWidth", u"0.05"_s), noUndo, notCalculated,
         FirstSegment, LoadOpen);
 
+    const Action editArray = [](Support::Bench& b) {
+        b.window.editArrayParameters(LoadLogic::ActiveLoads.constLast());
+    };
+    row("edit array, motor selected", MotorSelected, editArray, noUndo, calculated, FirstSegment, NoneOpen);
+    row("edit array, load selected", LoadSelected, editArray, noUndo, calculated, FirstSegment, LoadOpen);
+
     const Action reset = [](Support::Bench& b) {
         const Support::BoxAnswer yes(QMessageBox::Yes);
         b.window.onResetProjectClicked();
@@ -249,7 +255,7 @@ void TestSelectionTable::action_hasItsEffects_data()
     row("reset, nothing selected", NothingSelected, reset, noUndo, calculated, Nothing, NoneOpen);
     row("reset, load selected", LoadSelected, reset, noUndo, calculated, Nothing, LoadOpen);
     row(
-        "add tab, motor selected", LoadSelected, [](Support::Bench& b) { b.window.onAddTab(); }, noUndo,
+        "add tab, load selected", LoadSelected, [](Support::Bench& b) { b.window.onAddTab(); }, noUndo,
         calculated, Nothing, NoneOpen);
 }
 
