@@ -16,6 +16,8 @@ PropertyPanel::PropertyPanel(const QString& accent, const QString& title)
     m_title = new QLabel(title);
     m_title->setTextFormat(Qt::PlainText);
     m_title->setStyleSheet(Styles::panelTitle(accent));
+    // A long name is cut off rather than widening the whole column; its field shows all of it.
+    m_title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_form = new QFormLayout;
 
     auto* layout = new QVBoxLayout(this);

@@ -37,6 +37,7 @@ private slots:
     void motorPanel_edits();
     void motorPanel_textThatDoesNotParse_isZero();
     void motorPanel_titleFollowsTheName();
+    void motorPanel_ofALongName_isNoWider();
     void motorPanel_editSortsNothingAway();
     void loadPanel_showsTheLoad();
     void loadPanel_ofAnUnknownLoad_stays();
@@ -147,6 +148,15 @@ void TestPanels::motorPanel_titleFollowsTheName()
     QCOMPARE(title->text(), u"Propiedades Motor (Nuevo)"_s);
     m_bench->setText("motorName", QString());
     QCOMPARE(title->text(), u"Propiedades Motor (M2)"_s);
+}
+
+// Otherwise the whole column of controls would be as wide as the name.
+void TestPanels::motorPanel_ofALongName_isNoWider()
+{
+    m_bench->window.showMotorProperties(1);
+    const int width = m_bench->motorPanel()->minimumSizeHint().width();
+    m_bench->setText("motorName", QString(300, u'W'));
+    QCOMPARE(m_bench->motorPanel()->minimumSizeHint().width(), width);
 }
 
 void TestPanels::motorPanel_editSortsNothingAway()
