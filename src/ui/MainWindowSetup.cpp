@@ -5,6 +5,7 @@
 #include "ui/LoadPanel.h"
 #include "ui/MainWindow.h"
 #include "ui/MotorPanel.h"
+#include "ui/ProjectTabBar.h"
 #include "ui/Styles.h"
 #include "ui/TrussGroup.h"
 
@@ -182,7 +183,7 @@ void MainWindow::buildTabRow(QBoxLayout* page)
 
 QTabBar* MainWindow::buildTabBar(QWidget* parent)
 {
-    m_tabBar = new QTabBar(parent);
+    m_tabBar = new ProjectTabBar(parent);
     m_tabBar->setAccessibleName(u"Proyectos"_s);
     m_tabBar->setTabsClosable(true);
     m_tabBar->setMovable(true);
