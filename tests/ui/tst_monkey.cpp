@@ -1,12 +1,15 @@
 #include "engine/Numbers.h"
+#include "io/ProjectFile.h"
 #include "support/Dialogs.h"
 #include "support/Window.h"
 
 #include <QAbstractButton>
 #include <QContextMenuEvent>
+#include <QDesktopServices>
 #include <QInputDialog>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QTemporaryDir>
 
 #include <cmath>
 #include <cstdint>
@@ -25,6 +28,9 @@ constexpr int USUAL_EVENTS = 3000;
 /// Beyond this many loads the monkey starts over with a fresh project.
 constexpr qsizetype MANY_LOADS = 1500;
 
+/// Making the report of all tabs takes long: it is tried this many times less often than the others.
+constexpr int REPORT_RARITY = 20;
+
 /// Positions and sums in single precision agree to this share of their size.
 constexpr double TOLERANCE = 1e-3;
 
@@ -42,8 +48,14 @@ class TestMonkey : public QObject
 {
     Q_OBJECT
 
+public slots:
+    /// Stands in for the browser.
+    void ignore(const QUrl&) {}
+
 private slots:
+    void initTestCase();
     void anyEvents_keepTheProjectSound();
+    void cleanupTestCase();
 
 private:
     using Event = std::function<void()>;
@@ -62,6 +74,7 @@ private:
     void listCanvasEvents();
     void listFieldEvents();
     void listWindowEvents();
+    void listFileEvents();
     void answerDialogs();
     void answer(QWidget* open);
     [[nodiscard]] QPoint anyPoint();
@@ -78,10 +91,22 @@ private:
     void startOver();
 
     std::mt19937 m_random{SEED};
+    QTemporaryDir m_folder;
     Support::Bench* m_bench = nullptr;
     std::vector<std::pair<QByteArray, Event>> m_events;
     QString m_wrong;
 };
+
+void TestMonkey::initTestCase()
+{
+    qputenv("TMPDIR", QFile::encodeName(m_folder.path())); // where reports go
+    QDesktopServices::setUrlHandler(u"file"_s, this, "ignore");
+}
+
+void TestMonkey::cleanupTestCase()
+{
+    QDesktopServices::unsetUrlHandler(u"file"_s);
+}
 
 QPoint TestMonkey::anyPoint()
 {
@@ -136,6 +161,7 @@ void TestMonkey::listEvents()
     listCanvasEvents();
     listFieldEvents();
     listWindowEvents();
+    listFileEvents();
 }
 
 void TestMonkey::listCanvasEvents()
@@ -195,6 +221,29 @@ void TestMonkey::listWindowEvents()
         emit m_bench->tabBar()->customContextMenuRequested(QPoint(random(0, 300), 10));
     });
     m_events.emplace_back("events", [] { QCoreApplication::processEvents(); });
+}
+
+void TestMonkey::listFileEvents()
+{
+    const QString path = m_folder.filePath(u"mono ñ #1.rig"_s);
+    m_events.emplace_back("save", [this, path] {
+        if (!ProjectFile::write(path, m_bench->window.captureCurrentState()))
+            m_wrong = u"a project that cannot be saved"_s;
+    });
+    m_events.emplace_back("open", [this, path] {
+        const bool exists = QFile::exists(path);
+        if (m_bench->window.openProjectFile(path) != exists)
+            m_wrong = u"a saved project that cannot be opened"_s;
+    });
+    m_events.emplace_back("open what is none", [this] { m_bench->window.openProjectFile(m_folder.path()); });
+    m_events.emplace_back("open several", [this, path] {
+        if (m_bench->tabBar()->count() < 5)
+            m_bench->window.openProjectFiles({path, path});
+    });
+    m_events.emplace_back("print", [this] {
+        if (random(1, REPORT_RARITY) == 1)
+            m_bench->window.onPrintReportClicked();
+    });
 }
 
 void TestMonkey::answer(QWidget* open)
