@@ -1,3 +1,4 @@
+#include "support/Window.h"
 #include "ui/ProjectTabBar.h"
 
 #include <QTest>
@@ -11,6 +12,7 @@ class TestTabBar : public QObject
 private slots:
     void ampersand_isShown();
     void plainTitle_isShownAsEver();
+    void window_showsItsProjectsOnIt();
 };
 
 namespace
@@ -39,6 +41,12 @@ void TestTabBar::plainTitle_isShownAsEver()
     ProjectTabBar bar;
     QTabBar usual;
     QCOMPARE(pictureOf(bar, u"Proyecto 1"_s), pictureOf(usual, u"Proyecto 1"_s));
+}
+
+void TestTabBar::window_showsItsProjectsOnIt()
+{
+    const Support::Bench bench;
+    QVERIFY(qobject_cast<ProjectTabBar*>(bench.tabBar()) != nullptr);
 }
 
 QTEST_MAIN(TestTabBar)
