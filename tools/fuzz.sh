@@ -22,7 +22,7 @@ folder=$velmora_root/build/fuzz
 fuzz()
 {
     mkdir -p -- "$folder/corpus/$1" "$folder/found/$1"
-    "$folder/bin/fuzz_$1" -max_total_time="$seconds" -timeout=60 -rss_limit_mb=4096 -detect_leaks=0 \
+    ASAN_OPTIONS=detect_leaks=0 "$folder/bin/fuzz_$1" -max_total_time="$seconds" -timeout=60 -rss_limit_mb=4096 -detect_leaks=0 \
         -max_len=8192 -print_final_stats=1 -dict="$velmora_root/fuzz/$1.dict" \
         -artifact_prefix="$folder/found/$1/" "$folder/corpus/$1" "$velmora_root/fuzz/corpus/$1" \
         >"$folder/$1.log" 2>&1
