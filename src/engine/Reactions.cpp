@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -37,17 +38,17 @@ using Supports = std::vector<Support>;
 /// left one and the rest on the right one; the rest is a difference, so that both add up to P.
 void hangLoad(Supports& supports, float position, float mass)
 {
-    // The last support at or left of the load, and the first at or right of it; they are sorted.
-    Support* left = nullptr;
-    Support* right = nullptr;
-    for (Support& support : supports) {
-        if (support.position <= position)
-            left = &support;
-        if (right == nullptr && support.position >= position)
-            right = &support;
-        if (support.position > position)
-            break;
-    }
+    // They are sorted: the first support at or right of the load, and the last at or left of it, which
+    // is the one before, or the last of those exactly at the load.
+    const auto firstRight =
+        std::find_if(supports.begin(), supports.end(),
+                     [position](const Support& support) { return support.position >= position; });
+    auto pastLeft = std::find_if(firstRight, supports.end(),
+                                 [position](const Support& support) { return support.position != position; });
+    while (pastLeft != supports.begin() && !(std::prev(pastLeft)->position <= position))
+        --pastLeft; // over positions that are no numbers
+    Support* right = firstRight == supports.end() ? nullptr : &*firstRight;
+    Support* left = pastLeft == supports.begin() ? nullptr : &*std::prev(pastLeft);
 
     if (left != nullptr && right != nullptr && left != right) {
         const float share = (right->position - position) / (right->position - left->position) * mass;

@@ -2,7 +2,10 @@
 #include "engine/Numbers.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -48,14 +51,51 @@ std::vector<float> sortedMotorPositions()
     return positions;
 }
 
+/// An integer that sorts as `isLeftOf` does. The bits of a float already do so above zero; below it
+/// they run backwards.
+std::uint32_t sortKey(float position)
+{
+    constexpr std::uint32_t SIGN = 0x8000'0000U;
+    if (std::isnan(position))
+        return std::numeric_limits<std::uint32_t>::max();
+    std::uint32_t bits = 0;
+    std::memcpy(&bits, &position, sizeof(bits));
+    return (bits & SIGN) != 0 ? ~bits : bits | SIGN;
+}
+
+/// Digit by digit of the key, the least one first: every load is moved once for each of four
+/// bytes, however many there are, where comparing them would take more turns the more there are.
+void sortByPosition(PointLoads& loads)
+{
+    constexpr std::size_t DIGITS = 4;
+    constexpr std::size_t VALUES = 256;
+    const auto digit = [](const PointLoad& load, std::size_t index) {
+        return (sortKey(load.position) >> (8 * index)) % VALUES;
+    };
+
+    std::array<std::array<std::uint32_t, VALUES>, DIGITS> places{};
+    for (const PointLoad& load : loads) {
+        for (std::size_t index = 0; index < DIGITS; ++index)
+            ++places[index][digit(load, index)];
+    }
+    PointLoads sorted(loads.size());
+    for (std::size_t index = 0; index < DIGITS; ++index) {
+        std::uint32_t next = 0; // from how many loads there are of a value to where the first one goes
+        for (std::uint32_t& place : places[index])
+            next += std::exchange(place, next);
+        for (const PointLoad& load : loads)
+            sorted[places[index][digit(load, index)]++] = load;
+        loads.swap(sorted);
+    }
+}
+
 PointLoads sortedLoads()
 {
     PointLoads loads;
     loads.reserve(static_cast<std::size_t>(LoadLogic::ActiveLoads.size()));
     for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads))
         loads.push_back({load.positionX, load.mass});
-    std::sort(loads.begin(), loads.end(),
-              [](const PointLoad& a, const PointLoad& b) { return isLeftOf(a.position, b.position); });
+    sortByPosition(loads);
     return loads;
 }
 
