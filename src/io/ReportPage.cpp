@@ -174,14 +174,15 @@ void ReportPage::buildTableBlock(QBoxLayout* page)
     const QStringList headers{u"ID / MOTOR"_s,      u"POSICIÓN (m)"_s,   u"CAPACIDAD MOTOR"_s,
                               u"PESO MOTOR (kg)"_s, u"TOTAL EN PUNTO"_s, u"ESTÁTICA (kg)"_s,
                               u"DINÁMICA (kg)"_s,   u"ESTADO"_s};
-    m_table = new QTableWidget(0, static_cast<int>(headers.size()));
+    m_table = new QTableWidget;
     layout->addWidget(m_table);
     m_table->setAccessibleName(u"Cargas y reacciones por punto de cuelgue"_s);
+    m_table->setStyleSheet(TABLE_STYLE); // before there is anything to be styled
+    m_table->setColumnCount(static_cast<int>(headers.size()));
     m_table->setHorizontalHeaderLabels(headers);
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setMinimumHeight(MINIMUM_HEIGHT);
-    m_table->setStyleSheet(TABLE_STYLE);
 }
 
 void ReportPage::buildCertificateBox(QBoxLayout* page)

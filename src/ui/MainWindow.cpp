@@ -37,6 +37,13 @@ LoadLogic::ProjectState firstProject()
     return project;
 }
 
+/// The icon that the application has read already; where it has none, as in tests, from the file.
+QIcon applicationIcon()
+{
+    const QIcon icon = QGuiApplication::windowIcon();
+    return icon.isNull() ? QIcon(u":/icono-app.ico"_s) : icon;
+}
+
 /// Runs `box` and takes it away; what it shows is plain text. Its window may be destroyed meanwhile.
 int runMessageBox(QMessageBox* box)
 {
@@ -61,7 +68,7 @@ MainWindow::MainWindow(QWidget* parent)
     startBlinking();
 
     setWindowTitle(u"Velmora Master v2.0 - Engineering Structural Simulation"_s);
-    setWindowIcon(QIcon(u":/icono-app.ico"_s));
+    setWindowIcon(applicationIcon());
     onLEDParamChanged(QString());
     sizeToScreen();
 }
