@@ -21,6 +21,7 @@ TrussView::TrussView(QWidget* parent)
 {
     setMinimumHeight(300);
     setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent); // spares what lies under it a fill of the same pixels
     setAccessibleName(u"Plano del truss"_s);
 }
 
@@ -37,37 +38,57 @@ int TrussView::selectedLoadId() const
     return window == nullptr ? -1 : window->selectedLoad();
 }
 
-bool TrussView::hasLongArray()
-{
-    qsizetype run = 0;
-    int groupId = -1;
-    for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads)) {
-        const bool goesOn = LoadLogic::IsScreen(load) && load.groupId == groupId;
-        groupId = load.groupId;
-        run = goesOn ? run + 1 : 1;
-        if (run > LONG_RUN)
-            return true;
-    }
-    return false;
-}
-
 void TrussView::paintEvent(QPaintEvent* /*event*/)
 {
-    const auto paint = [this](QPaintDevice* device) {
-        QPainter painter(device);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.fillRect(rect(), colours(1.0).background);
-        drawScene(painter, width(), height(), 1.0, Order::LoadsFirst);
-        drawWarning(painter);
-    };
-    if (!hasLongArray()) {
-        paint(this);
-        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (LoadLogic::ActiveLoads.isEmpty()) {
+        m_backdrop.reset();
+        drawBackdrop(painter);
+    } else {
+        refreshBackdrop();
+        painter.drawImage(0, 0, m_backdrop->image);
     }
-    QImage image(size() * devicePixelRatioF(), QImage::Format_RGB32);
-    image.setDevicePixelRatio(devicePixelRatioF());
-    paint(&image);
-    QPainter(this).drawImage(0, 0, image);
+    drawMotors(painter, width(), height(), 1.0);
+    drawFlexionLabel(painter, width(), height(), 1.0);
+    drawWarning(painter);
+}
+
+void TrussView::drawBackdrop(QPainter& painter)
+{
+    painter.fillRect(rect(), colours(1.0).background);
+    m_arrays = summariseArrays(selectedLoadId());
+    drawTruss(painter, width(), height(), 1.0);
+    drawLoads(painter, width(), height(), 1.0);
+    m_arrays.reset();
+}
+
+bool TrussView::isBackdropCurrent() const
+{
+    return m_backdrop && m_backdrop->image.size() == size() * devicePixelRatioF()
+           && m_backdrop->loads.isSharedWith(LoadLogic::ActiveLoads)
+           && m_backdrop->trussLength == LoadLogic::TrussLength && m_backdrop->chord == chordState()
+           && m_backdrop->selectedLoadId == selectedLoadId() && m_backdrop->marginX == marginX
+           && m_backdrop->print == printMode;
+}
+
+void TrussView::refreshBackdrop()
+{
+    if (isBackdropCurrent())
+        return;
+    if (!m_backdrop || m_backdrop->image.size() != size() * devicePixelRatioF())
+        m_backdrop.emplace().image = QImage(size() * devicePixelRatioF(), QImage::Format_RGB32);
+    m_backdrop->image.setDevicePixelRatio(devicePixelRatioF());
+    m_backdrop->loads = LoadLogic::ActiveLoads;
+    m_backdrop->trussLength = LoadLogic::TrussLength;
+    m_backdrop->chord = chordState();
+    m_backdrop->selectedLoadId = selectedLoadId();
+    m_backdrop->marginX = marginX;
+    m_backdrop->print = printMode;
+
+    QPainter painter(&m_backdrop->image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawBackdrop(painter);
 }
 
 QImage TrussView::renderToImage(int width, int height)

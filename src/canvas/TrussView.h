@@ -87,6 +87,24 @@ private: // nested types
     using Target = std::variant<std::monostate, MotorLabel, MotorBody, LoadLabel, LoadBody, Array>;
     /// Arrays of more segments than this are painted into an image, where repeating can stop early.
     static constexpr int LONG_RUN = 16;
+    enum class Chord
+    {
+        Usual,
+        NearLimit,
+        Overloaded
+    };
+    /// What lies under the motors, and all that it was drawn from. Neither the drag of a motor nor the
+    /// blinking changes it.
+    struct Backdrop
+    {
+        QImage image;
+        QList<LoadLogic::ActiveLoad> loads; ///< shares the engine's until those are changed
+        float trussLength = 0.0F;           ///< [m]
+        Chord chord = Chord::Usual;
+        int selectedLoadId = -1;
+        int marginX = 0; ///< [px]
+        bool print = false;
+    };
     enum class Order
     {
         LoadsFirst,
@@ -106,9 +124,13 @@ private: // drawing (TrussViewDrawing.cpp)
     /// Nothing where no load is of this group.
     [[nodiscard]] std::optional<ArraySummary> arrayOf(int groupId) const;
     void drawScene(QPainter& painter, int W, int H, double s, Order order);
+    [[nodiscard]] bool isBackdropCurrent() const;
+    void refreshBackdrop();
+    void drawBackdrop(QPainter& painter);
+    [[nodiscard]] static Chord chordState();
+    [[nodiscard]] static QColor chordColour(const CanvasPalette& c);
     void drawLoads(QPainter& painter, int W, int H, double s);
     void drawMotors(QPainter& painter, int W, int H, double s);
-    [[nodiscard]] static bool hasLongArray();
     void drawArrayRun(QPainter& painter, const LoadLogic::ActiveLoad& segment, int times, int W, int H,
                       double s);
     void drawDimension(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c);
@@ -161,6 +183,7 @@ private: // menu (TrussViewMenu.cpp)
 
 private: // data
     std::optional<Look> m_look;
+    std::optional<Backdrop> m_backdrop;     ///< only where there are loads
     LoadLogic::Motor m_grabbedMotor;        ///< as it last stood in a motor drag
     std::optional<ArraySummaries> m_arrays; ///< while a scene is drawn
 };

@@ -20,15 +20,17 @@ constexpr float SHORTEST_MODULE = 0.01F;
 constexpr float EDGE_CLEARANCE = 0.001F;
 /// A name that has an emoji in it may be painted this far out of its box [px].
 constexpr int TEXT_MARGIN = 8;
+/// The label of a screen stays this near to the screen's middle [px].
+constexpr int LABEL_REACH = 40;
 
 constexpr int ARRAY_TOP = 5;     // below the truss line [px]
 constexpr int ARRAY_HEIGHT = 40; // [px]
 
-QColor chordColour(const QColor& usual)
+QRect screenFrame(const TrussGeometry& g, const ArraySummary& array)
 {
-    if (LoadLogic::isUnstable || LoadLogic::TrussStress_Percentage >= FULL_STRESS)
-        return CanvasPalette::OVERLOADED;
-    return LoadLogic::TrussStress_Percentage >= HIGH_STRESS ? CanvasPalette::NEAR_LIMIT : usual;
+    const float a = array.centre - array.width * 0.5F;
+    const float b = array.centre + array.width * 0.5F;
+    return {g.toX(a), g.lineY() + g.scaled(ARRAY_TOP), g.offset(b) - g.offset(a), g.scaled(ARRAY_HEIGHT)};
 }
 
 } // namespace
@@ -90,15 +92,39 @@ void TrussView::drawArrayRun(QPainter& painter, const LoadLogic::ActiveLoad& seg
                              double s)
 {
     const auto draw = [&] { drawScreen(painter, segment, W, H, s); };
-    if (times > LONG_RUN && painter.device()->devType() == QInternal::Image) {
+    const std::optional<ArraySummary> array = arrayOf(segment.groupId);
+    if (array && times > LONG_RUN && painter.device()->devType() == QInternal::Image) {
         const TrussGeometry g = geometry(W, H, s);
-        const QRect area(0, g.lineY(), W, g.scaled(ARRAY_TOP + ARRAY_HEIGHT + TEXT_MARGIN));
+        const QRect frame = screenFrame(g, *array);
+        const int reach = std::max(std::abs(frame.width()), g.scaled(LABEL_REACH)) + g.scaled(TEXT_MARGIN);
+        const QRect area(frame.left() + frame.width() / 2 - reach, g.lineY(), 2 * reach,
+                         g.scaled(ARRAY_TOP + ARRAY_HEIGHT + TEXT_MARGIN));
         const auto repeat = s == 1.0 ? RepeatedPainting::paintInStrips : RepeatedPainting::paint;
         repeat(painter, *static_cast<const QImage*>(painter.device()), area, times, draw);
         return;
     }
     for (int i = 0; i < times; ++i)
         draw();
+}
+
+TrussView::Chord TrussView::chordState()
+{
+    if (LoadLogic::isUnstable || LoadLogic::TrussStress_Percentage >= FULL_STRESS)
+        return Chord::Overloaded;
+    return LoadLogic::TrussStress_Percentage >= HIGH_STRESS ? Chord::NearLimit : Chord::Usual;
+}
+
+QColor TrussView::chordColour(const CanvasPalette& c)
+{
+    switch (chordState()) {
+    case Chord::Overloaded:
+        return CanvasPalette::OVERLOADED;
+    case Chord::NearLimit:
+        return CanvasPalette::NEAR_LIMIT;
+    case Chord::Usual:
+        break;
+    }
+    return c.accent;
 }
 
 void TrussView::drawTruss(QPainter& painter, int W, int H, double s)
@@ -109,7 +135,7 @@ void TrussView::drawTruss(QPainter& painter, int W, int H, double s)
     const int right = W - g.margin();
     const int y = g.lineY();
 
-    painter.setPen(QPen(chordColour(c.accent), g.scaled(4)));
+    painter.setPen(QPen(chordColour(c), g.scaled(4)));
     painter.drawLine(left, y, right, y);
     painter.setPen(QPen(c.ink, g.scaled(2)));
     painter.drawLine(left, y - g.scaled(25), left, y + g.scaled(25));
@@ -216,8 +242,7 @@ void TrussView::drawScreen(QPainter& painter, const LoadLogic::ActiveLoad& segme
     const CanvasPalette& c = colours(s);
     const float a = array->centre - array->width * 0.5F;
     const float b = array->centre + array->width * 0.5F;
-    const QRect frame(g.toX(a), g.lineY() + g.scaled(ARRAY_TOP), g.offset(b) - g.offset(a),
-                      g.scaled(ARRAY_HEIGHT));
+    const QRect frame = screenFrame(g, *array);
 
     const QColor& colour = array->selected ? c.selectedScreenFrame : c.screenFrame;
     painter.setPen(QPen(colour, array->selected && !printMode ? 2.0 * s : s));

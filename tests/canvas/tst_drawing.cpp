@@ -428,7 +428,5 @@ void TestDrawing::canvas_isSetUp()
     QCOMPARE(view.motorBoxSize, 70);
 }
 
-Q_DECLARE_METATYPE(Scene)
-
 QTEST_MAIN(TestDrawing)
 #include "tst_drawing.moc"
