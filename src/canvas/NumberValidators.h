@@ -11,6 +11,8 @@ namespace NumberValidators
 
 /// Numbers from `bottom` to `top` with one decimal.
 QDoubleValidator* createReal(double bottom, double top, QObject* parent);
+/// Integers from `bottom` to `top`; a fraction between them may stand in the field, unfinished, rather
+/// than lose its point.
 QIntValidator* createInteger(int bottom, int top, QObject* parent);
 
 } // namespace NumberValidators

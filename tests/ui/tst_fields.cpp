@@ -104,6 +104,10 @@ void TestFields::comma_becomesAPoint_data()
         row("trussLength", u"12,34"_s, u"12.3"_s); // one decimal
         row("trussLength", u"1,2,3"_s, u"1.2"_s);  // a second sign is refused, and so is a second decimal
         row("newLoadMass", u"25"_s, u"25"_s);
+        row("newLoadMass", u"2,5"_s, u"2.5"_s); // an integer's field, yet never 25
+        row("newLoadMass", u"2.5"_s, u"2.5"_s);
+        row("newLoadMass", u",5"_s, u".5"_s);
+        row("newLoadMass", u"5000,5"_s, u"5000."_s); // beyond the field's range
     }
 }
 
