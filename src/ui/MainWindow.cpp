@@ -64,6 +64,7 @@ MainWindow::MainWindow(QWidget* parent)
     startDescribing();
     setupUI();
     new FocusRing(this);
+    connect(this, &MainWindow::filesDropped, this, &MainWindow::openDroppedFiles, Qt::QueuedConnection);
     loadFirstProject();
     startBlinking();
 

@@ -99,6 +99,10 @@ protected: // overrides (MainWindowDrop.cpp)
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
+signals:
+    /// Project files were dropped; they are opened once the drop is over.
+    void filesDropped(const QStringList& paths);
+
 public slots:
     void onMassChanged(const QString& text);
     void onAddMotorClicked();

@@ -4,7 +4,6 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QTimer>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -38,9 +37,8 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 // the files come from.
 void MainWindow::dropEvent(QDropEvent* event)
 {
-    const QStringList paths = projectFiles(event->mimeData());
     event->acceptProposedAction();
-    QTimer::singleShot(0, this, [this, paths] { openDroppedFiles(paths); });
+    emit filesDropped(projectFiles(event->mimeData()));
 }
 
 void MainWindow::openDroppedFiles(const QStringList& paths)
