@@ -76,8 +76,10 @@ void TrussView::refreshBackdrop()
 {
     if (isBackdropCurrent())
         return;
-    if (!m_backdrop || m_backdrop->image.size() != size() * devicePixelRatioF())
-        m_backdrop.emplace().image = QImage(size() * devicePixelRatioF(), QImage::Format_RGB32);
+    if (!m_backdrop)
+        m_backdrop = Backdrop{};
+    if (m_backdrop->image.size() != size() * devicePixelRatioF())
+        m_backdrop->image = QImage(size() * devicePixelRatioF(), QImage::Format_RGB32);
     m_backdrop->image.setDevicePixelRatio(devicePixelRatioF());
     m_backdrop->loads = LoadLogic::ActiveLoads;
     m_backdrop->trussLength = LoadLogic::TrussLength;
