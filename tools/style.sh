@@ -187,7 +187,7 @@ none|tests/io/golden/report.html|a \tb\x20
 no-left-overs|src/ui/A.cpp|// TO\x44O: later
 no-left-overs|run.sh|# FIX\x4dE
 no-left-overs|src/ui/A.cpp|    qDe\x62ug() << a;
-none|src/ui/A.cpp|const auto text = u"BORRAR TODO"_s;
+none|src/ui/A.cpp|const auto text = u"BORRAR TO\x44O"_s;
 no-chained-arg|src/ui/A.cpp|a = text.arg(b).arg(c);
 no-chained-arg|src/ui/A.cpp|a = text.arg(f(b, g(c)))\n    .arg(d);
 none|src/ui/A.cpp|f(text.arg(b), text.arg(c), text.arg(b, c));
@@ -201,8 +201,8 @@ qt-version-is-named|CMakeLists.txt|find_package(Qt6 REQUIRED COMPONENTS Core)
 qt-version-is-named|tests/CMakeLists.txt|find_package(Qt6 6.5 REQUIRED COMPONENTS Test)
 qt-version-is-named|src/ui/A.cpp|#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
 none|CMakeLists.txt|find_package(Qt6 6.4 REQUIRED COMPONENTS Core)
-stands-on-its-own|src/ui/A.cpp|// as the spec says
-stands-on-its-own|docs/a.md|See Part 1.2.
+stands-on-its-own|src/ui/A.cpp|// as the sp\x65c says
+stands-on-its-own|docs/a.md|See P\x61rt 1.2.
 none|src/ui/A.cpp|// left unspecified; the special inspector's part 2
 none|docs/a.md|https://specifications.freedesktop.org/
 CASES
