@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -32,10 +34,10 @@ CanvasHost* TrussView::host() const
     return qobject_cast<CanvasHost*>(window());
 }
 
-int TrussView::selectedLoadId() const
+std::optional<int> TrussView::selectedLoadId() const
 {
     const CanvasHost* window = host();
-    return window == nullptr ? -1 : window->selectedLoad();
+    return window == nullptr ? std::nullopt : std::optional<int>(window->selectedLoad());
 }
 
 void TrussView::paintEvent(QPaintEvent* /*event*/)
@@ -46,7 +48,9 @@ void TrussView::paintEvent(QPaintEvent* /*event*/)
         m_backdrop.reset();
         drawBackdrop(painter);
     } else {
-        refreshBackdrop();
+        // As dense as the device that the picture ends on: a widget can be rendered into any.
+        const QTransform toDevice = painter.deviceTransform();
+        refreshBackdrop(std::hypot(toDevice.m11(), toDevice.m12()));
         painter.drawImage(0, 0, m_backdrop->image);
     }
     drawMotors(painter, width(), height(), 1.0);
@@ -57,30 +61,30 @@ void TrussView::paintEvent(QPaintEvent* /*event*/)
 void TrussView::drawBackdrop(QPainter& painter)
 {
     painter.fillRect(rect(), colours(1.0).background);
-    m_arrays = summariseArrays(selectedLoadId());
+    m_arrays = summariseArrays(selectedLoadId().value_or(-1));
     drawTruss(painter, width(), height(), 1.0);
     drawLoads(painter, width(), height(), 1.0);
     m_arrays.reset();
 }
 
-bool TrussView::isBackdropCurrent() const
+bool TrussView::isBackdropCurrent(qreal density) const
 {
-    return m_backdrop && m_backdrop->image.size() == size() * devicePixelRatioF()
+    return m_backdrop && m_backdrop->image.size() == size() * density
            && m_backdrop->loads.isSharedWith(LoadLogic::ActiveLoads)
            && m_backdrop->trussLength == LoadLogic::TrussLength && m_backdrop->chord == chordState()
            && m_backdrop->selectedLoadId == selectedLoadId() && m_backdrop->marginX == marginX
            && m_backdrop->print == printMode;
 }
 
-void TrussView::refreshBackdrop()
+void TrussView::refreshBackdrop(qreal density)
 {
-    if (isBackdropCurrent())
+    if (isBackdropCurrent(density))
         return;
     if (!m_backdrop)
         m_backdrop = Backdrop{};
-    if (m_backdrop->image.size() != size() * devicePixelRatioF())
-        m_backdrop->image = QImage(size() * devicePixelRatioF(), QImage::Format_RGB32);
-    m_backdrop->image.setDevicePixelRatio(devicePixelRatioF());
+    if (m_backdrop->image.size() != size() * density)
+        m_backdrop->image = QImage(size() * density, QImage::Format_RGB32);
+    m_backdrop->image.setDevicePixelRatio(density);
     m_backdrop->loads = LoadLogic::ActiveLoads;
     m_backdrop->trussLength = LoadLogic::TrussLength;
     m_backdrop->chord = chordState();

@@ -101,7 +101,7 @@ private: // nested types
         QList<LoadLogic::ActiveLoad> loads; ///< shares the engine's until those are changed
         float trussLength = 0.0F;           ///< [m]
         Chord chord = Chord::Usual;
-        int selectedLoadId = -1;
+        std::optional<int> selectedLoadId;
         int marginX = 0; ///< [px]
         bool print = false;
     };
@@ -113,7 +113,8 @@ private: // nested types
 
 private: // the window around
     [[nodiscard]] CanvasHost* host() const;
-    [[nodiscard]] int selectedLoadId() const;
+    /// What the window has selected, -1 for no load; nothing where there is no window.
+    [[nodiscard]] std::optional<int> selectedLoadId() const;
     /// What a load is called on the canvas: its name, or "L" and its id when that is empty.
     [[nodiscard]] static QString loadTitle(const LoadLogic::ActiveLoad& load);
 
@@ -121,29 +122,33 @@ private: // drawing (TrussViewDrawing.cpp)
     [[nodiscard]] TrussGeometry geometry(int W, int H, double s) const;
     [[nodiscard]] TrussGeometry screenGeometry() const;
     const CanvasPalette& colours(double s);
-    /// Nothing where no load is of this group.
-    [[nodiscard]] std::optional<ArraySummary> arrayOf(int groupId) const;
     void drawScene(QPainter& painter, int W, int H, double s, Order order);
-    [[nodiscard]] bool isBackdropCurrent() const;
-    void refreshBackdrop();
+    /// `density`: pixels of the device for each of the canvas.
+    [[nodiscard]] bool isBackdropCurrent(qreal density) const;
+    void refreshBackdrop(qreal density);
     void drawBackdrop(QPainter& painter);
     [[nodiscard]] static Chord chordState();
     [[nodiscard]] static QColor chordColour(const CanvasPalette& c);
     void drawLoads(QPainter& painter, int W, int H, double s);
     void drawMotors(QPainter& painter, int W, int H, double s);
-    void drawArrayRun(QPainter& painter, const LoadLogic::ActiveLoad& segment, int times, int W, int H,
-                      double s);
     void drawDimension(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c);
     void drawLattice(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c);
-    void drawMetres(QPainter& painter, const TrussGeometry& g, const QRect& frame, float a, float b, int W,
-                    double s);
-    void drawScreenLabel(QPainter& painter, const CanvasPalette& c, const QRect& frame,
-                         const QColor& frameColour);
     void drawMotorBody(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c, int x,
                        bool overloaded);
     void drawMotorTexts(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c,
                         const LoadLogic::Motor& motor, bool overloaded);
     void drawWarning(QPainter& painter);
+
+private: // drawing of arrays (TrussViewArrays.cpp)
+    /// Nothing where no load is of this group.
+    [[nodiscard]] std::optional<ArraySummary> arrayOf(int groupId) const;
+    void drawArrayRun(QPainter& painter, const LoadLogic::ActiveLoad& segment, int times, int W, int H,
+                      double s);
+    void drawMetres(QPainter& painter, const TrussGeometry& g, const QRect& frame, float a, float b, int W,
+                    double s);
+    static void fillMetres(QPainter& painter, const QRectF& area, double s);
+    void drawScreenLabel(QPainter& painter, const CanvasPalette& c, const QRect& frame,
+                         const QColor& frameColour);
 
 private: // pointer (TrussViewPointer.cpp)
     [[nodiscard]] Target targetAt(QPoint point) const;
@@ -183,7 +188,7 @@ private: // menu (TrussViewMenu.cpp)
 
 private: // data
     std::optional<Look> m_look;
-    std::optional<Backdrop> m_backdrop;     ///< only where there are loads
-    LoadLogic::Motor m_grabbedMotor;        ///< as it last stood in a motor drag
-    std::optional<ArraySummaries> m_arrays; ///< while a scene is drawn
+    std::optional<Backdrop> m_backdrop;             ///< only where there are loads
+    std::optional<LoadLogic::Motor> m_grabbedMotor; ///< as it last stood in a motor drag
+    std::optional<ArraySummaries> m_arrays;         ///< while a scene is drawn
 };

@@ -1,4 +1,3 @@
-#include "canvas/RepeatedPainting.h"
 #include "canvas/TrussView.h"
 #include "engine/Numbers.h"
 
@@ -16,22 +15,8 @@ constexpr float FULL_STRESS = 100.0F; // [%]
 constexpr float HIGH_STRESS = 80.0F;  // [%]
 /// What remains of a truss after its whole metres gets no cross below this length [m].
 constexpr float SHORTEST_MODULE = 0.01F;
-/// Metre lines keep this far from the edges of a screen [m].
-constexpr float EDGE_CLEARANCE = 0.001F;
-/// A name that has an emoji in it may be painted this far out of its box [px].
-constexpr int TEXT_MARGIN = 8;
-/// The label of a screen stays this near to the screen's middle [px].
-constexpr int LABEL_REACH = 40;
-
-constexpr int ARRAY_TOP = 5;     // below the truss line [px]
-constexpr int ARRAY_HEIGHT = 40; // [px]
-
-QRect screenFrame(const TrussGeometry& g, const ArraySummary& array)
-{
-    const float a = array.centre - array.width * 0.5F;
-    const float b = array.centre + array.width * 0.5F;
-    return {g.toX(a), g.lineY() + g.scaled(ARRAY_TOP), g.offset(b) - g.offset(a), g.scaled(ARRAY_HEIGHT)};
-}
+/// From two metres a pixel on every column of pixels holds a whole metre.
+constexpr float DENSEST_METRES = 2.0F;
 
 } // namespace
 
@@ -54,7 +39,7 @@ const CanvasPalette& TrussView::colours(double s)
 
 void TrussView::drawScene(QPainter& painter, int W, int H, double s, Order order)
 {
-    m_arrays = summariseArrays(selectedLoadId());
+    m_arrays = summariseArrays(selectedLoadId().value_or(-1));
     drawTruss(painter, W, H, s);
     if (order == Order::MotorsFirst)
         drawMotors(painter, W, H, s);
@@ -86,25 +71,6 @@ void TrussView::drawLoads(QPainter& painter, int W, int H, double s)
         drawArrayRun(painter, *load, static_cast<int>(end - load), W, H, s);
         load = end;
     }
-}
-
-void TrussView::drawArrayRun(QPainter& painter, const LoadLogic::ActiveLoad& segment, int times, int W, int H,
-                             double s)
-{
-    const auto draw = [&] { drawScreen(painter, segment, W, H, s); };
-    const std::optional<ArraySummary> array = arrayOf(segment.groupId);
-    if (array && times > LONG_RUN && painter.device()->devType() == QInternal::Image) {
-        const TrussGeometry g = geometry(W, H, s);
-        const QRect frame = screenFrame(g, *array);
-        const int reach = std::max(std::abs(frame.width()), g.scaled(LABEL_REACH)) + g.scaled(TEXT_MARGIN);
-        const QRect area(frame.left() + frame.width() / 2 - reach, g.lineY(), 2 * reach,
-                         g.scaled(ARRAY_TOP + ARRAY_HEIGHT + TEXT_MARGIN));
-        const auto repeat = s == 1.0 ? RepeatedPainting::paintInStrips : RepeatedPainting::paint;
-        repeat(painter, *static_cast<const QImage*>(painter.device()), area, times, draw);
-        return;
-    }
-    for (int i = 0; i < times; ++i)
-        draw();
 }
 
 TrussView::Chord TrussView::chordState()
@@ -170,7 +136,8 @@ void TrussView::drawDimension(QPainter& painter, const TrussGeometry& g, const C
     painter.drawLine(right, top, right, top + g.scaled(14));
 }
 
-// One cross for each metre; where metres are narrower than pixels, one for each pixel.
+// One cross for each metre. Where many share a pixel, each pair of columns is crossed once. A target
+// narrower than its margins has a negative span.
 void TrussView::drawLattice(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c)
 {
     const float end = LoadLogic::TrussLength - SHORTEST_MODULE;
@@ -184,9 +151,13 @@ void TrussView::drawLattice(QPainter& painter, const TrussGeometry& g, const Can
         painter.drawLine(xa, bottom, xb, top);
     };
 
-    if (LoadLogic::TrussLength > static_cast<float>(g.span())) {
-        for (int x = 0; x < g.span(); ++x)
-            drawCross(g.margin() + x, g.margin() + x + 1);
+    if (LoadLogic::TrussLength > DENSEST_METRES * std::abs(static_cast<float>(g.span()))) {
+        const int right = g.margin() + g.span();
+        const int step = g.span() < 0 ? -1 : 1;
+        for (int x = g.margin(); x != right; x += step) {
+            drawCross(x, x);
+            drawCross(x, x + step);
+        }
         return;
     }
     for (int i = 0; static_cast<float>(i) < end; ++i) {
@@ -201,8 +172,7 @@ void TrussView::drawLoad(QPainter& painter, const LoadLogic::ActiveLoad& load, i
     const CanvasPalette& c = colours(s);
     const int x = g.toX(load.positionX);
     const int y = g.lineY();
-    const int selectedId = selectedLoadId();
-    const bool selected = selectedId != -1 && load.id == selectedId;
+    const bool selected = selectedLoadId() == load.id;
 
     painter.setPen(
         QPen(selected ? c.selectedLoadOutline : c.loadOutline, g.scaled(selected && !printMode ? 3 : 2)));
@@ -224,83 +194,6 @@ void TrussView::drawLoad(QPainter& painter, const LoadLogic::ActiveLoad& load, i
     painter.setFont(c.loadPositionFont);
     painter.drawText(QRect(left, y + g.scaled(102), g.scaled(80), g.scaled(10)), Qt::AlignCenter,
                      LoadLogic::formatCoordinate(load.positionX));
-}
-
-std::optional<ArraySummary> TrussView::arrayOf(int groupId) const
-{
-    const ArraySummaries arrays = m_arrays ? *m_arrays : summariseArrays(selectedLoadId());
-    const auto array = arrays.constFind(groupId);
-    return array == arrays.cend() ? std::nullopt : std::optional(*array);
-}
-
-void TrussView::drawScreen(QPainter& painter, const LoadLogic::ActiveLoad& segment, int W, int H, double s)
-{
-    const std::optional<ArraySummary> array = arrayOf(segment.groupId);
-    if (!array)
-        return;
-    const TrussGeometry g = geometry(W, H, s);
-    const CanvasPalette& c = colours(s);
-    const float a = array->centre - array->width * 0.5F;
-    const float b = array->centre + array->width * 0.5F;
-    const QRect frame = screenFrame(g, *array);
-
-    const QColor& colour = array->selected ? c.selectedScreenFrame : c.screenFrame;
-    painter.setPen(QPen(colour, array->selected && !printMode ? 2.0 * s : s));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(frame);
-    if (!printMode)
-        drawMetres(painter, g, frame, a, b, W, s);
-    drawScreenLabel(painter, c, frame, colour);
-}
-
-// The whole metres of the truss that lie inside the screen, as far as they can be seen. Where
-// metres are narrower than pixels every column between the edges holds one.
-void TrussView::drawMetres(QPainter& painter, const TrussGeometry& g, const QRect& frame, float a, float b,
-                           int W, double s)
-{
-    QPen pen(CanvasPalette::SCREEN_METRES, s);
-    pen.setDashPattern({2, 5});
-    painter.setPen(pen);
-    const int width = static_cast<int>(std::ceil(s)) + 1;
-    const QRegion seen =
-        painter.hasClipping() ? painter.clipRegion() : QRegion(-width, frame.top(), W + 2 * width, 1);
-    const int top = frame.top();
-    const auto drawLine = [&](int x) {
-        if (x > frame.left() && x < frame.left() + frame.width()
-            && seen.intersects(
-                QRect(x - width, seen.boundingRect().top(), 2 * width, seen.boundingRect().height())))
-            painter.drawLine(x, top, x, top + frame.height());
-    };
-
-    const int firstX = std::max(frame.left(), -width);
-    const int lastX = std::min(frame.left() + frame.width(), W + width);
-    if (std::abs(LoadLogic::TrussLength) > static_cast<float>(g.span())) {
-        for (int x = firstX; x < lastX; ++x)
-            drawLine(x);
-        return;
-    }
-    const float first = std::max(std::ceil(a + EDGE_CLEARANCE), std::floor(g.toMetres(firstX)));
-    const float last = std::min(b - EDGE_CLEARANCE, g.toMetres(lastX) + 1.0F);
-    for (int k = 0; first + static_cast<float>(k) < last; ++k)
-        drawLine(g.toX(first + static_cast<float>(k)));
-}
-
-void TrussView::drawScreenLabel(QPainter& painter, const CanvasPalette& c, const QRect& frame,
-                                const QColor& frameColour)
-{
-    const QString text = u"LED"_s;
-    painter.setFont(c.nameFont);
-    if (!printMode) {
-        QRect box = QFontMetrics(c.nameFont, painter.device()).boundingRect(text);
-        box.moveCenter(QPoint(frame.left() + frame.width() / 2, frame.top() + frame.height() / 2));
-        box.adjust(-3, -1, 3, 1);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(CanvasPalette::SCREEN_LABEL_BOX);
-        painter.drawRect(box);
-    }
-    painter.setPen(printMode ? QColor(Qt::black) : frameColour);
-    painter.setBrush(Qt::NoBrush);
-    painter.drawText(frame, Qt::AlignCenter, text);
 }
 
 void TrussView::drawFlexionLabel(QPainter& painter, int W, int H, double s)

@@ -126,6 +126,7 @@ void TrussView::endDrag()
     draggedMotor = -1;
     draggedGroup = -1;
     draggedLoad = -1;
+    m_grabbedMotor.reset();
 }
 
 void TrussView::selectNothing()
@@ -173,18 +174,20 @@ void TrussView::beginArrayDrag(const LoadLogic::ActiveLoad& segment, float point
 // drag has put another one at its index.
 void TrussView::moveMotor(float pointer)
 {
-    draggedMotor = LoadLogic::IndexOfMotor(m_grabbedMotor);
+    if (!m_grabbedMotor && draggedMotor >= 0 && draggedMotor < LoadLogic::MotorList.size())
+        m_grabbedMotor = LoadLogic::MotorList.at(draggedMotor);
+    followDraggedMotor();
     if (draggedMotor == -1)
         return;
-    m_grabbedMotor.positionX = LoadLogic::ClampToTruss(pointer);
-    LoadLogic::MotorList[draggedMotor].positionX = m_grabbedMotor.positionX;
+    m_grabbedMotor->positionX = LoadLogic::ClampToTruss(pointer);
+    LoadLogic::MotorList[draggedMotor].positionX = m_grabbedMotor->positionX;
 }
 
 // A recalculation sorts the motors: where two have changed places, the index follows the grabbed one.
 void TrussView::followDraggedMotor()
 {
     if (draggedMotor != -1)
-        draggedMotor = LoadLogic::IndexOfMotor(m_grabbedMotor);
+        draggedMotor = m_grabbedMotor ? LoadLogic::IndexOfMotor(*m_grabbedMotor) : -1;
 }
 
 // Each load is held at the truss's ends on its own, so an array that is pushed against one is
