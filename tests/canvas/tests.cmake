@@ -1,4 +1,5 @@
 velmora_test(canvas drawing canvas/RecordingWindow.h)
+velmora_test(canvas extremes canvas/RecordingWindow.h)
 velmora_test(canvas geometry)
 velmora_test(canvas menu canvas/RecordingWindow.h)
 velmora_test(canvas pointer canvas/RecordingWindow.h)
