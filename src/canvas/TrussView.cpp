@@ -7,6 +7,7 @@
 #include <QScopedValueRollback>
 
 #include <cmath>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -40,61 +41,44 @@ std::optional<int> TrussView::selectedLoadId() const
     return window == nullptr ? std::nullopt : std::optional<int>(window->selectedLoad());
 }
 
+bool TrussView::hasLongArray()
+{
+    qsizetype run = 0;
+    int groupId = -1;
+    for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads)) {
+        const bool goesOn = LoadLogic::IsScreen(load) && load.groupId == groupId;
+        groupId = load.groupId;
+        run = goesOn ? run + 1 : 1;
+        if (run > LONG_RUN)
+            return true;
+    }
+    return false;
+}
+
 void TrussView::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    if (LoadLogic::ActiveLoads.isEmpty()) {
-        m_backdrop.reset();
-        drawBackdrop(painter);
-    } else {
-        // As dense as the device that the picture ends on: a widget can be rendered into any.
-        const QTransform toDevice = painter.deviceTransform();
-        refreshBackdrop(std::hypot(toDevice.m11(), toDevice.m12()));
-        painter.drawImage(0, 0, m_backdrop->image);
-    }
-    drawMotors(painter, width(), height(), 1.0);
-    drawFlexionLabel(painter, width(), height(), 1.0);
-    drawWarning(painter);
-}
-
-void TrussView::drawBackdrop(QPainter& painter)
-{
-    painter.fillRect(rect(), colours(1.0).background);
-    m_arrays = summariseArrays(selectedLoadId().value_or(-1));
-    drawTruss(painter, width(), height(), 1.0);
-    drawLoads(painter, width(), height(), 1.0);
-    m_arrays.reset();
-}
-
-bool TrussView::isBackdropCurrent(qreal density) const
-{
-    return m_backdrop && m_backdrop->image.size() == size() * density
-           && m_backdrop->loads.isSharedWith(LoadLogic::ActiveLoads)
-           && m_backdrop->trussLength == LoadLogic::TrussLength && m_backdrop->chord == chordState()
-           && m_backdrop->selectedLoadId == selectedLoadId() && m_backdrop->marginX == marginX
-           && m_backdrop->print == printMode;
-}
-
-void TrussView::refreshBackdrop(qreal density)
-{
-    if (isBackdropCurrent(density))
+    if (!hasLongArray()) {
+        paintAll(painter);
         return;
-    if (!m_backdrop)
-        m_backdrop = Backdrop{};
-    if (m_backdrop->image.size() != size() * density)
-        m_backdrop->image = QImage(size() * density, QImage::Format_RGB32);
-    m_backdrop->image.setDevicePixelRatio(density);
-    m_backdrop->loads = LoadLogic::ActiveLoads;
-    m_backdrop->trussLength = LoadLogic::TrussLength;
-    m_backdrop->chord = chordState();
-    m_backdrop->selectedLoadId = selectedLoadId();
-    m_backdrop->marginX = marginX;
-    m_backdrop->print = printMode;
+    }
+    // As dense as the device that the picture ends on: a widget can be rendered into any.
+    const QTransform toDevice = painter.deviceTransform();
+    const qreal density = std::hypot(toDevice.m11(), toDevice.m12());
+    QImage image(size() * density, QImage::Format_RGB32);
+    image.setDevicePixelRatio(density);
+    QPainter imagePainter(&image);
+    paintAll(imagePainter);
+    imagePainter.end();
+    painter.drawImage(0, 0, image);
+}
 
-    QPainter painter(&m_backdrop->image);
+void TrussView::paintAll(QPainter& painter)
+{
     painter.setRenderHint(QPainter::Antialiasing);
-    drawBackdrop(painter);
+    painter.fillRect(rect(), colours(1.0).background);
+    drawScene(painter, width(), height(), 1.0, Order::LoadsFirst);
+    drawWarning(painter);
 }
 
 QImage TrussView::renderToImage(int width, int height)

@@ -87,24 +87,6 @@ private: // nested types
     using Target = std::variant<std::monostate, MotorLabel, MotorBody, LoadLabel, LoadBody, Array>;
     /// Arrays of more segments than this are painted into an image, where repeating can stop early.
     static constexpr int LONG_RUN = 16;
-    enum class Chord
-    {
-        Usual,
-        NearLimit,
-        Overloaded
-    };
-    /// What lies under the motors, and all that it was drawn from. Neither the drag of a motor nor the
-    /// blinking changes it.
-    struct Backdrop
-    {
-        QImage image;
-        QList<LoadLogic::ActiveLoad> loads; ///< shares the engine's until those are changed
-        float trussLength = 0.0F;           ///< [m]
-        Chord chord = Chord::Usual;
-        std::optional<int> selectedLoadId;
-        int marginX = 0; ///< [px]
-        bool print = false;
-    };
     enum class Order
     {
         LoadsFirst,
@@ -123,11 +105,7 @@ private: // drawing (TrussViewDrawing.cpp)
     [[nodiscard]] TrussGeometry screenGeometry() const;
     const CanvasPalette& colours(double s);
     void drawScene(QPainter& painter, int W, int H, double s, Order order);
-    /// `density`: pixels of the device for each of the canvas.
-    [[nodiscard]] bool isBackdropCurrent(qreal density) const;
-    void refreshBackdrop(qreal density);
-    void drawBackdrop(QPainter& painter);
-    [[nodiscard]] static Chord chordState();
+    void paintAll(QPainter& painter);
     [[nodiscard]] static QColor chordColour(const CanvasPalette& c);
     void drawLoads(QPainter& painter, int W, int H, double s);
     void drawMotors(QPainter& painter, int W, int H, double s);
@@ -142,6 +120,7 @@ private: // drawing (TrussViewDrawing.cpp)
 private: // drawing of arrays (TrussViewArrays.cpp)
     /// Nothing where no load is of this group.
     [[nodiscard]] std::optional<ArraySummary> arrayOf(int groupId) const;
+    [[nodiscard]] static bool hasLongArray();
     void drawArrayRun(QPainter& painter, const LoadLogic::ActiveLoad& segment, int times, int W, int H,
                       double s);
     void drawMetres(QPainter& painter, const TrussGeometry& g, const QRect& frame, float a, float b, int W,
@@ -188,7 +167,6 @@ private: // menu (TrussViewMenu.cpp)
 
 private: // data
     std::optional<Look> m_look;
-    std::optional<Backdrop> m_backdrop;             ///< only where there are loads
     std::optional<LoadLogic::Motor> m_grabbedMotor; ///< as it last stood in a motor drag
     std::optional<ArraySummaries> m_arrays;         ///< while a scene is drawn
 };

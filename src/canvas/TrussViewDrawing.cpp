@@ -73,24 +73,11 @@ void TrussView::drawLoads(QPainter& painter, int W, int H, double s)
     }
 }
 
-TrussView::Chord TrussView::chordState()
-{
-    if (LoadLogic::isUnstable || LoadLogic::TrussStress_Percentage >= FULL_STRESS)
-        return Chord::Overloaded;
-    return LoadLogic::TrussStress_Percentage >= HIGH_STRESS ? Chord::NearLimit : Chord::Usual;
-}
-
 QColor TrussView::chordColour(const CanvasPalette& c)
 {
-    switch (chordState()) {
-    case Chord::Overloaded:
+    if (LoadLogic::isUnstable || LoadLogic::TrussStress_Percentage >= FULL_STRESS)
         return CanvasPalette::OVERLOADED;
-    case Chord::NearLimit:
-        return CanvasPalette::NEAR_LIMIT;
-    case Chord::Usual:
-        break;
-    }
-    return c.accent;
+    return LoadLogic::TrussStress_Percentage >= HIGH_STRESS ? CanvasPalette::NEAR_LIMIT : c.accent;
 }
 
 void TrussView::drawTruss(QPainter& painter, int W, int H, double s)
