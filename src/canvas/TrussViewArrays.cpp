@@ -1,5 +1,6 @@
 #include "canvas/RepeatedPainting.h"
 #include "canvas/TrussView.h"
+#include "engine/Numbers.h"
 
 #include <QPainter>
 
@@ -135,9 +136,13 @@ void TrussView::fillMetres(QPainter& painter, const QRectF& area, double s)
 {
     painter.setPen(Qt::NoPen);
     painter.setBrush(CanvasPalette::SCREEN_METRES);
-    for (double y = area.top() - s / 2.0; y < area.bottom(); y += (METRE_DASH + METRE_GAP) * s) {
-        const double bottom = std::min(y + (METRE_DASH + 1.0) * s, area.bottom() + s / 2.0);
-        painter.drawRect(QRectF(area.left(), y, area.width(), bottom - y));
+    const double first = area.top() - s / 2.0;
+    const double pitch = (METRE_DASH + METRE_GAP) * s;
+    const int count = Numbers::toPixel(std::ceil((area.bottom() - first) / pitch));
+    for (int i = 0; i < count; ++i) {
+        const double top = first + i * pitch;
+        const double bottom = std::min(top + (METRE_DASH + 1.0) * s, area.bottom() + s / 2.0);
+        painter.drawRect(QRectF(area.left(), top, area.width(), bottom - top));
     }
 }
 
