@@ -8,7 +8,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr float DYNAMIC_FACTOR = 1.25F; // what a load grows by on start and stop
 constexpr float NEAR_CAPACITY = 0.8F;
 constexpr int LABEL_TOP = 105;   // of what a motor carries, above the truss line [px]
 constexpr int LABEL_WIDTH = 90;  // [px]
@@ -18,7 +17,7 @@ constexpr int HOIST_HEIGHT = 16; // [px]
 
 float dynamicLoad(const LoadLogic::Motor& motor)
 {
-    return (motor.staticLoad + motor.selfWeight) * DYNAMIC_FACTOR;
+    return (motor.staticLoad + motor.selfWeight) * LoadLogic::DYNAMIC_FACTOR;
 }
 
 bool isOverloaded(const LoadLogic::Motor& motor)

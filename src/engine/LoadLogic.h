@@ -69,6 +69,10 @@ public: // records
         int projectCounter = 100; ///< carried along unchanged
     };
 
+public: // constants
+    /// What a load grows by while its motors start and stop (DGUV V17/18), without a unit.
+    static constexpr float DYNAMIC_FACTOR = 1.25F;
+
 public:                                                  // the current project
     static inline float TrussLength = 12.0F;             ///< [m]
     static inline float TrussSelfWeight = 8.4F;          ///< [kg/m]

@@ -10,9 +10,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Start and stop of a hoist, on top of what hangs at rest.
-constexpr float DYNAMIC_FACTOR = 1.25F;
-
 /// From here on the truss is overstressed [%].
 constexpr float STRESS_LIMIT = 100.0F;
 
@@ -50,7 +47,7 @@ ProjectFigures::MotorFigures motorFigures(const LoadLogic::Motor& motor)
     figures.selfWeight = motor.selfWeight;
     figures.atPoint = motor.staticLoad;
     figures.staticLoad = figures.atPoint + figures.selfWeight;
-    figures.dynamicLoad = figures.staticLoad * DYNAMIC_FACTOR;
+    figures.dynamicLoad = figures.staticLoad * LoadLogic::DYNAMIC_FACTOR;
     figures.verdict = verdictOf(figures);
     return figures;
 }

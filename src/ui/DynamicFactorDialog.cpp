@@ -16,9 +16,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// What a load grows by while the motors start and stop.
-constexpr float DYNAMIC_FACTOR = 1.25F;
-
 const QColor EXCEEDED_TEXT(0xFF, 0x50, 0x50);
 const QColor EXCEEDED_BACKGROUND(68, 0, 0);
 const QColor WITHIN_TEXT(0x39, 0xFF, 0x14);
@@ -32,7 +29,7 @@ QTableWidgetItem* createCell(const QString& text)
 
 void fillRow(QTableWidget* table, int row, const LoadLogic::Motor& motor)
 {
-    const float dynamicLoad = motor.staticLoad * DYNAMIC_FACTOR;
+    const float dynamicLoad = motor.staticLoad * LoadLogic::DYNAMIC_FACTOR;
     const bool exceeded = dynamicLoad > motor.capacity;
     const QString capacity = Numbers::fixed(motor.capacity, 0);
 
@@ -120,7 +117,7 @@ QLabel* DynamicFactorDialog::createSummary()
     float dynamicSum = 0.0F;
     for (const LoadLogic::Motor& motor : std::as_const(LoadLogic::MotorList)) {
         staticSum += motor.staticLoad;
-        dynamicSum += motor.staticLoad * DYNAMIC_FACTOR;
+        dynamicSum += motor.staticLoad * LoadLogic::DYNAMIC_FACTOR;
     }
     auto* label =
         new QLabel(u"Total Estático: %1 kg  |  Total Dinámico (×1.15): %2 kg  |  Diferencia: +%3 kg"_s.arg(
