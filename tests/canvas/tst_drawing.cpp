@@ -153,6 +153,12 @@ const std::initializer_list<std::pair<const char*, Scene>> SCENES = {
          hangLoad(600.0F, 11.0F, u"PA"_s);
          LoadLogic::CalcularReacciones();
      }},
+    {"motors at 80 % of their capacity and just below",
+     [] {
+         hangMotors({1.0F, 11.0F});
+         LoadLogic::MotorList[0].staticLoad = 590.0F; // (590 + 50) × 1.25 = 800
+         LoadLogic::MotorList[1].staticLoad = 589.0F;
+     }},
     {"unnamed motor",
      [] {
          hangMotors({2.0F, 10.0F});
