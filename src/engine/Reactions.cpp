@@ -1,20 +1,17 @@
 #include "engine/LoadLogic.h"
+#include "engine/PointLoads.h"
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <utility>
 #include <vector>
 
 namespace
 {
 
-/// Left to right. A position that is not a number comes last, so that sorting stays defined.
 bool standsLeftOf(const LoadLogic::Motor& a, const LoadLogic::Motor& b)
 {
-    if (std::isnan(a.positionX))
-        return false;
-    return std::isnan(b.positionX) || a.positionX < b.positionX;
+    return isLeftOf(a.positionX, b.positionX);
 }
 
 /// The usual list is sorted already; motors at one place keep their order, so that a selection
@@ -25,56 +22,65 @@ void sortByPosition(QList<LoadLogic::Motor>& motors)
         std::stable_sort(motors.begin(), motors.end(), standsLeftOf);
 }
 
-/// What the scan over the loads needs of a motor, close together in memory.
-struct Support
+/// The motors' positions [m] and what hangs on them so far [kg], left to right, each list close
+/// together in memory.
+struct Supports
 {
-    float position; // [m]
-    float load;     // [kg]
+    std::vector<float> positions;
+    std::vector<float> loads;
 };
 
-using Supports = std::vector<Support>;
+/// How many supports stand left of `position`. All are looked at: that takes the same few steps for
+/// every load, where the processor would guess wrong at the end of a search again and again.
+std::size_t countLeftOf(const std::vector<float>& positions, float position)
+{
+    return static_cast<std::size_t>(std::count_if(positions.cbegin(), positions.cend(),
+                                                  [position](float support) { return support < position; }));
+}
 
 /// The lever rule: a load P at x between supports at a and b leaves (b − x) / (b − a) · P on the
 /// left one and the rest on the right one; the rest is a difference, so that both add up to P.
-void hangLoad(Supports& supports, float position, float mass)
+void hangLoad(Supports& supports, const PointLoad& load)
 {
     // They are sorted: the first support at or right of the load, and the last at or left of it, which
     // is the one before, or the last of those exactly at the load.
-    const auto firstRight =
-        std::find_if(supports.begin(), supports.end(),
-                     [position](const Support& support) { return support.position >= position; });
-    auto pastLeft = std::find_if(firstRight, supports.end(),
-                                 [position](const Support& support) { return support.position != position; });
-    while (pastLeft != supports.begin() && !(std::prev(pastLeft)->position <= position))
-        --pastLeft; // over positions that are no numbers
-    Support* right = firstRight == supports.end() ? nullptr : &*firstRight;
-    Support* left = pastLeft == supports.begin() ? nullptr : &*std::prev(pastLeft);
+    const std::vector<float>& positions = supports.positions;
+    const std::size_t count = positions.size();
+    const std::size_t right = countLeftOf(positions, load.position);
+    std::size_t pastLeft = right;
+    while (pastLeft < count && positions[pastLeft] == load.position)
+        ++pastLeft;
+    // Not so for what is no number: such a support stands last, and such a load hangs nowhere.
+    const bool hasRight = right < count && positions[right] >= load.position;
+    const bool hasLeft = pastLeft > 0 && positions[pastLeft - 1] <= load.position;
 
-    if (left != nullptr && right != nullptr && left != right) {
-        const float share = (right->position - position) / (right->position - left->position) * mass;
-        left->load += share;
-        right->load += mass - share;
-        return;
+    if (hasLeft && hasRight && pastLeft - 1 != right) {
+        const std::size_t left = pastLeft - 1;
+        const float share =
+            (positions[right] - load.position) / (positions[right] - positions[left]) * load.mass;
+        supports.loads[left] += share;
+        supports.loads[right] += load.mass - share;
+    } else if (hasRight) {
+        supports.loads[right] += load.mass;
+    } else if (hasLeft) {
+        supports.loads[pastLeft - 1] += load.mass;
     }
-    if (Support* only = right != nullptr ? right : left)
-        only->load += mass;
 }
 
 /// Half of each span's weight goes to either of its motors, each overhang whole to its end motor.
 void hangTruss(Supports& supports, float trussLength, float weightPerMetre)
 {
-    for (std::size_t i = 1; i < supports.size(); ++i) {
-        const float half = (supports[i].position - supports[i - 1].position) * weightPerMetre * 0.5F;
-        supports[i - 1].load += half;
-        supports[i].load += half;
+    const std::vector<float>& positions = supports.positions;
+    for (std::size_t i = 1; i < positions.size(); ++i) {
+        const float half = (positions[i] - positions[i - 1]) * weightPerMetre * 0.5F;
+        supports.loads[i - 1] += half;
+        supports.loads[i] += half;
     }
 
-    Support& first = supports.front();
-    if (first.position > 0.0F)
-        first.load += first.position * weightPerMetre;
-    Support& last = supports.back();
-    if (trussLength > last.position)
-        last.load += (trussLength - last.position) * weightPerMetre;
+    if (positions.front() > 0.0F)
+        supports.loads.front() += positions.front() * weightPerMetre;
+    if (trussLength > positions.back())
+        supports.loads.back() += (trussLength - positions.back()) * weightPerMetre;
 }
 
 } // namespace
@@ -90,19 +96,19 @@ void LoadLogic::CalcularReacciones()
 
     sortByPosition(MotorList);
     Supports supports;
-    supports.reserve(static_cast<std::size_t>(MotorList.size()));
     for (const Motor& motor : std::as_const(MotorList))
-        supports.push_back({motor.positionX, 0.0F});
+        supports.positions.push_back(motor.positionX);
+    supports.loads.resize(supports.positions.size());
 
-    for (const ActiveLoad& load : std::as_const(ActiveLoads))
-        hangLoad(supports, load.positionX, load.mass);
+    PointLoads loads = currentPointLoads();
+    for (const PointLoad& load : loads)
+        hangLoad(supports, load);
     hangTruss(supports, TrussLength, TrussSelfWeight);
 
-    auto support = supports.cbegin();
+    auto support = supports.loads.cbegin();
     for (Motor& motor : MotorList) {
-        motor.staticLoad = support->load;
+        motor.staticLoad = *support++;
         motor.totalLoad = motor.staticLoad + motor.selfWeight;
-        ++support;
     }
-    CalcularStressTruss();
+    rateTruss(std::move(loads));
 }

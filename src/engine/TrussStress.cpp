@@ -1,11 +1,9 @@
 #include "engine/LoadLogic.h"
 #include "engine/Numbers.h"
+#include "engine/PointLoads.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdint>
-#include <cstring>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -24,23 +22,6 @@ constexpr double CANTILEVER_SHARE = 0.5;
 /// … but never against less than this [kg·m].
 constexpr double SMALLEST_CANTILEVER_MOMENT = 1.0;
 
-/// A point load on the truss.
-struct PointLoad
-{
-    float position; // [m]
-    float mass;     // [kg]
-};
-
-using PointLoads = std::vector<PointLoad>;
-
-/// Ascending; what is not a number comes last, so that sorting stays defined.
-bool isLeftOf(float a, float b)
-{
-    if (std::isnan(a))
-        return false;
-    return std::isnan(b) || a < b;
-}
-
 std::vector<float> sortedMotorPositions()
 {
     std::vector<float> positions;
@@ -49,54 +30,6 @@ std::vector<float> sortedMotorPositions()
         positions.push_back(motor.positionX);
     std::sort(positions.begin(), positions.end(), isLeftOf);
     return positions;
-}
-
-/// An integer that sorts as `isLeftOf` does. The bits of a float already do so above zero; below it
-/// they run backwards.
-std::uint32_t sortKey(float position)
-{
-    constexpr std::uint32_t SIGN = 0x8000'0000U;
-    if (std::isnan(position))
-        return std::numeric_limits<std::uint32_t>::max();
-    std::uint32_t bits = 0;
-    std::memcpy(&bits, &position, sizeof(bits));
-    return (bits & SIGN) != 0 ? ~bits : bits | SIGN;
-}
-
-/// Digit by digit of the key, the least one first: every load is moved once for each of four
-/// bytes, however many there are, where comparing them would take more turns the more there are.
-void sortByPosition(PointLoads& loads)
-{
-    constexpr std::size_t DIGITS = 4;
-    constexpr std::size_t VALUES = 256;
-    const auto digit = [](const PointLoad& load, std::size_t index) {
-        return (sortKey(load.position) >> (8 * index)) % VALUES;
-    };
-
-    std::array<std::array<std::uint32_t, VALUES>, DIGITS> places{};
-    for (const PointLoad& load : loads) {
-        for (std::size_t index = 0; index < DIGITS; ++index)
-            ++places[index][digit(load, index)];
-    }
-    PointLoads sorted(loads.size());
-    for (std::size_t index = 0; index < DIGITS; ++index) {
-        std::uint32_t next = 0; // from how many loads there are of a value to where the first one goes
-        for (std::uint32_t& place : places[index])
-            next += std::exchange(place, next);
-        for (const PointLoad& load : loads)
-            sorted[places[index][digit(load, index)]++] = load;
-        loads.swap(sorted);
-    }
-}
-
-PointLoads sortedLoads()
-{
-    PointLoads loads;
-    loads.reserve(static_cast<std::size_t>(LoadLogic::ActiveLoads.size()));
-    for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads))
-        loads.push_back({load.positionX, load.mass});
-    sortByPosition(loads);
-    return loads;
 }
 
 /// The loads strictly between `a` and `b`, as a range of `loads`; a `b` that is not a number stands for
@@ -193,30 +126,37 @@ double largestOverhangMoment(float first, float last, const PointLoads& loads, d
 
 } // namespace
 
+void LoadLogic::CalcularStressTruss()
+{
+    rateTruss(currentPointLoads());
+}
+
 // Every span is rated against M_ref = L·CPL / 4, the moment of the maximum central point load on a
 // truss simply supported at its ends; an overhang against half of that. Both references are those
 // of the whole truss, on purpose: they are what the maker's rating vouches for.
-void LoadLogic::CalcularStressTruss()
+void rateTruss(PointLoads loads)
 {
-    TrussStress_Percentage = 0.0F;
-    isUnstable = false;
-    if (TrussLength <= SMALLEST_RATED || Limit_CPL <= SMALLEST_RATED || MotorList.isEmpty())
+    const float length = LoadLogic::TrussLength;
+    const float rating = LoadLogic::Limit_CPL;
+    LoadLogic::TrussStress_Percentage = 0.0F;
+    LoadLogic::isUnstable = false;
+    if (length <= SMALLEST_RATED || rating <= SMALLEST_RATED || LoadLogic::MotorList.isEmpty())
         return;
 
     const std::vector<float> motors = sortedMotorPositions();
-    const float longestOverhang = LARGEST_OVERHANG_SHARE * TrussLength;
-    isUnstable = motors.front() > longestOverhang || TrussLength - motors.back() > longestOverhang;
-    if (isUnstable)
+    const float longestOverhang = LARGEST_OVERHANG_SHARE * length;
+    LoadLogic::isUnstable = motors.front() > longestOverhang || length - motors.back() > longestOverhang;
+    if (LoadLogic::isUnstable)
         return;
 
-    const PointLoads loads = sortedLoads();
-    const double w = static_cast<double>(TrussSelfWeight);
-    const double referenceMoment = static_cast<double>(TrussLength) * static_cast<double>(Limit_CPL) * 0.25;
+    sortByPosition(loads);
+    const double w = static_cast<double>(LoadLogic::TrussSelfWeight);
+    const double referenceMoment = static_cast<double>(length) * static_cast<double>(rating) * 0.25;
     const double cantileverMoment = std::max(SMALLEST_CANTILEVER_MOMENT, CANTILEVER_SHARE * referenceMoment);
 
     const double spans = largestSpanMoment(motors, loads, w) / referenceMoment;
     const double overhangs =
         largestOverhangMoment(motors.front(), motors.back(), loads, w) / cantileverMoment;
     // Starting from 0, what is not a number (infinite moment by infinite rating) rates nothing.
-    TrussStress_Percentage = Numbers::toSingle(std::max({0.0, spans, overhangs}) * 100.0);
+    LoadLogic::TrussStress_Percentage = Numbers::toSingle(std::max({0.0, spans, overhangs}) * 100.0);
 }
