@@ -360,7 +360,7 @@ void TestExtremes::hugeScreens_paintAtOnce()
     view.resize(1600, 900);
     pictureOf(view); // fonts are loaded with the first picture
     const double spent = processorTime([&] { pictureOf(view); });
-    QVERIFY2(spent < 50.0 * Support::SLOWNESS, qPrintable(QString::number(spent)));
+    QVERIFY2(spent < 50.0 * Support::slowness(), qPrintable(QString::number(spent)));
 }
 
 // 100 screens of 200 segments, for the report.
@@ -371,7 +371,7 @@ void TestExtremes::manySegments_areRenderedInAMoment()
         hangScreen(100 + i, 100.0F, static_cast<float>(i), 200);
     TrussView view;
     const double spent = processorTime([&] { view.renderToImage(2000, 800); });
-    QVERIFY2(spent < 2000.0 * Support::SLOWNESS, qPrintable(QString::number(spent)));
+    QVERIFY2(spent < 2000.0 * Support::slowness(), qPrintable(QString::number(spent)));
 }
 
 // Margin 80, span 1000, 10 m: 100 px a metre. The motor from 2 m passes the one at 6 m; then the undone
