@@ -1,6 +1,7 @@
 #pragma once
 
 #include "canvas/CanvasPalette.h"
+#include "canvas/TextLayouts.h"
 #include "canvas/TrussGeometry.h"
 #include "engine/LoadLogic.h"
 
@@ -169,4 +170,5 @@ private: // data
     std::optional<Look> m_look;
     std::optional<LoadLogic::Motor> m_grabbedMotor; ///< as it last stood in a motor drag
     std::optional<ArraySummaries> m_arrays;         ///< while a scene is drawn
+    TextLayouts m_texts;
 };

@@ -157,5 +157,5 @@ void TrussView::drawScreenLabel(QPainter& painter, const CanvasPalette& c, const
     }
     painter.setPen(printMode ? QColor(Qt::black) : frameColour);
     painter.setBrush(Qt::NoBrush);
-    painter.drawText(frame, Qt::AlignCenter, labelText());
+    m_texts.drawCentred(painter, frame, labelText());
 }

@@ -103,8 +103,8 @@ void TrussView::drawTruss(QPainter& painter, int W, int H, double s)
     painter.setPen(QPen(c.centreMark, g.scaled(1), Qt::DashLine));
     painter.drawLine(centre, y - g.scaled(30), centre, y + g.scaled(30));
     painter.setFont(c.nameFont);
-    painter.drawText(QRect(centre - g.scaled(30), y - g.scaled(90), g.scaled(60), g.scaled(15)),
-                     Qt::AlignCenter, u"0.0m"_s);
+    m_texts.drawCentred(painter, QRect(centre - g.scaled(30), y - g.scaled(90), g.scaled(60), g.scaled(15)),
+                        u"0.0m"_s);
 }
 
 void TrussView::drawDimension(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c)
@@ -116,8 +116,8 @@ void TrussView::drawDimension(QPainter& painter, const TrussGeometry& g, const C
 
     painter.setFont(c.lengthFont);
     painter.setPen(QPen(c.accent, g.scaled(1)));
-    painter.drawText(QRect(left, top - g.scaled(22), g.span(), g.scaled(25)), Qt::AlignCenter,
-                     u"LONGITUD TOTAL: %1m"_s.arg(Numbers::fixed(LoadLogic::TrussLength, 1)));
+    m_texts.drawCentred(painter, QRect(left, top - g.scaled(22), g.span(), g.scaled(25)),
+                        u"LONGITUD TOTAL: %1m"_s.arg(Numbers::fixed(LoadLogic::TrussLength, 1)));
     painter.drawLine(left, lineY, right, lineY);
     painter.drawLine(left, top, left, top + g.scaled(14));
     painter.drawLine(right, top, right, top + g.scaled(14));
@@ -171,16 +171,15 @@ void TrussView::drawLoad(QPainter& painter, const LoadLogic::ActiveLoad& load, i
     const int left = x - g.scaled(40);
     painter.setPen(c.ink);
     painter.setFont(c.nameFont);
-    painter.drawText(QRect(left, y + g.scaled(75), g.scaled(80), g.scaled(15)), Qt::AlignCenter,
-                     loadTitle(load));
+    m_texts.drawCentred(painter, QRect(left, y + g.scaled(75), g.scaled(80), g.scaled(15)), loadTitle(load));
     painter.setPen(c.mass);
     painter.setFont(c.detailFont);
-    painter.drawText(QRect(left, y + g.scaled(90), g.scaled(80), g.scaled(12)), Qt::AlignCenter,
-                     Numbers::fixed(load.mass, 0) + u"kg"_s);
+    m_texts.drawCentred(painter, QRect(left, y + g.scaled(90), g.scaled(80), g.scaled(12)),
+                        Numbers::fixed(load.mass, 0) + u"kg"_s);
     painter.setPen(c.secondary);
     painter.setFont(c.loadPositionFont);
-    painter.drawText(QRect(left, y + g.scaled(102), g.scaled(80), g.scaled(10)), Qt::AlignCenter,
-                     LoadLogic::formatCoordinate(load.positionX));
+    m_texts.drawCentred(painter, QRect(left, y + g.scaled(102), g.scaled(80), g.scaled(10)),
+                        LoadLogic::formatCoordinate(load.positionX));
 }
 
 void TrussView::drawFlexionLabel(QPainter& painter, int W, int H, double s)
@@ -189,10 +188,10 @@ void TrussView::drawFlexionLabel(QPainter& painter, int W, int H, double s)
     const CanvasPalette& c = colours(s);
     painter.setPen(c.accent);
     painter.setFont(c.stressFont);
-    painter.drawText(QRect(g.margin() + g.span() / 2 - g.scaled(80), g.lineY() + g.scaled(125), g.scaled(160),
-                           g.scaled(25)),
-                     Qt::AlignCenter,
-                     u"Flexión: %1%"_s.arg(Numbers::fixed(LoadLogic::TrussStress_Percentage, 1)));
+    m_texts.drawCentred(painter,
+                        QRect(g.margin() + g.span() / 2 - g.scaled(80), g.lineY() + g.scaled(125),
+                              g.scaled(160), g.scaled(25)),
+                        u"Flexión: %1%"_s.arg(Numbers::fixed(LoadLogic::TrussStress_Percentage, 1)));
 }
 
 void TrussView::drawWarning(QPainter& painter)

@@ -88,13 +88,13 @@ void TrussView::drawMotorTexts(QPainter& painter, const TrussGeometry& g, const 
             text += u" ("_s + Numbers::fixed(motor.capacity, 0) + u')';
         painter.setPen(statusColour(motor));
         painter.setFont(c.lengthFont);
-        painter.drawText(label, Qt::AlignCenter, text);
+        m_texts.drawCentred(painter, label, text);
     }
     painter.setFont(c.detailFont);
     if (!printMode) {
         painter.setPen(CanvasPalette::POINT_LOAD);
-        painter.drawText(QRect(x - g.scaled(50), y - g.scaled(78), g.scaled(100), g.scaled(15)),
-                         Qt::AlignCenter, u"Punto: "_s + Numbers::fixed(motor.totalLoad, 0) + u"kg"_s);
+        m_texts.drawCentred(painter, QRect(x - g.scaled(50), y - g.scaled(78), g.scaled(100), g.scaled(15)),
+                            u"Punto: "_s + Numbers::fixed(motor.totalLoad, 0) + u"kg"_s);
     }
 
     const int tagWidth = g.scaled(motorBoxSize) - g.scaled(4);
@@ -103,10 +103,10 @@ void TrussView::drawMotorTexts(QPainter& painter, const TrussGeometry& g, const 
     painter.setBrush(c.tagFill);
     painter.drawRect(tag);
     painter.setFont(c.tagFont);
-    painter.drawText(tag, Qt::AlignCenter, LoadLogic::MotorTitle(motor));
+    m_texts.drawCentred(painter, tag, LoadLogic::MotorTitle(motor));
 
     painter.setPen(c.secondary);
     painter.setFont(c.detailFont);
-    painter.drawText(centredBox(x, labelTop - g.scaled(14), labelWidth, g.scaled(13)), Qt::AlignCenter,
-                     LoadLogic::formatCoordinate(motor.positionX));
+    m_texts.drawCentred(painter, centredBox(x, labelTop - g.scaled(14), labelWidth, g.scaled(13)),
+                        LoadLogic::formatCoordinate(motor.positionX));
 }
