@@ -20,8 +20,8 @@ using ProjectState = LoadLogic::ProjectState;
 namespace
 {
 
-/// The JSON library takes documents up to this size; a larger file is not read further [bytes].
-constexpr qint64 LARGEST_DOCUMENT = qint64{128} * 1024 * 1024;
+/// No project comes near 128 MiB; a larger file is not read further [bytes].
+constexpr qint64 LARGEST_DOCUMENT = 134'217'728;
 
 QJsonValue number(float value)
 {
@@ -106,7 +106,7 @@ std::optional<QByteArray> readBytes(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    return file.read(LARGEST_DOCUMENT + 1);
+    return file.read(LARGEST_DOCUMENT);
 }
 
 } // namespace

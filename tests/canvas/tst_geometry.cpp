@@ -27,6 +27,8 @@ private slots:
     void array_isTheMeanOfItsLoads();
     void array_takesTheFirstWidthThatIsNotZero();
     void array_isSelectedThroughAnySegment();
+    void noSelection_meansNotTheLoadOfThatId();
+    void arrayOfNoLoads_isNothingAtTheLeftEnd();
     void unusableLengths_areDefined_data();
     void unusableLengths_areDefined();
 
@@ -141,6 +143,23 @@ void TestGeometry::array_isSelectedThroughAnySegment()
     QVERIFY(summariseArrays(id).value(100).selected);
     QVERIFY(!summariseArrays(id).value(101).selected);
     QVERIFY(!summariseArrays(-1).value(100).selected);
+}
+
+void TestGeometry::noSelection_meansNotTheLoadOfThatId()
+{
+    LoadLogic::ActiveLoad load;
+    load.id = -1; // a file may bring it, and -1 tells that nothing is selected
+    load.groupId = 100;
+    LoadLogic::ActiveLoads.append(load);
+    QVERIFY(!summariseArrays(-1).value(100).selected);
+}
+
+void TestGeometry::arrayOfNoLoads_isNothingAtTheLeftEnd()
+{
+    const ArraySummary array = summariseArrays(-1).value(100);
+    QCOMPARE(array.centre, 0.0F);
+    QCOMPARE(array.width, 0.0F);
+    QVERIFY(!array.selected);
 }
 
 void TestGeometry::unusableLengths_areDefined_data()

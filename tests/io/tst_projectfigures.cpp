@@ -77,6 +77,7 @@ private slots:
     void unstable_doesNotFitThoughAllMotorsDo();
     void overloadedMotor_doesNotFitThoughTheTrussDoes();
     void noMotors_fits();
+    void figuresOfNothing_areZero();
     void twoMotorsAtOnePlaceUnderALoad_areNotCalculable();
     void stressThatIsNoNumber_isOverstressed();
     void calculate_givesTheEngineBack();
@@ -317,6 +318,37 @@ void TestProjectFigures::positions_areRelativeToTheProjectsOwnCentre()
     QCOMPARE(figures.motors.at(0).position, u"-3.00m"_s);
     QCOMPARE(figures.motors.at(1).position, u"+3.00m"_s);
     QCOMPARE(figures.loads.at(0).position, u"0.00m"_s);
+}
+
+void TestProjectFigures::figuresOfNothing_areZero()
+{
+    const ProjectFigures project;
+    QCOMPARE(project.trussLength, 0.0F);
+    QCOMPARE(project.trussSelfWeight, 0.0F);
+    QCOMPARE(project.limitCPL, 0.0F);
+    QCOMPARE(project.stress, 0.0F);
+    QVERIFY(!project.isUnstable);
+
+    const ProjectFigures::MotorFigures motor;
+    QCOMPARE(motor.capacity, 0.0F);
+    QCOMPARE(motor.selfWeight, 0.0F);
+    QCOMPARE(motor.atPoint, 0.0F);
+    QCOMPARE(motor.staticLoad, 0.0F);
+    QCOMPARE(motor.dynamicLoad, 0.0F);
+
+    const ProjectFigures::ArrayFigures array;
+    QCOMPARE(array.number, 0);
+    QCOMPARE(array.width, 0.0F);
+    QCOMPARE(array.height, 0.0F);
+    QCOMPARE(array.weightM2, 0.0F);
+    QCOMPARE(array.bumperWeightPerMeter, 0.0F);
+    QCOMPARE(array.cableWeightPercent, 0.0F);
+    QCOMPARE(array.totalMass, 0.0F);
+
+    const ProjectFigures::LoadFigures load;
+    QCOMPARE(load.mass, 0.0F);
+    QVERIFY(!load.isSegment);
+    QCOMPARE(load.arrayNumber, 0);
 }
 
 QTEST_GUILESS_MAIN(TestProjectFigures)

@@ -10,6 +10,7 @@
 #include <csignal>
 
 #include <sys/resource.h>
+#include <unistd.h>
 #endif
 
 using namespace Qt::StringLiterals;
@@ -55,6 +56,28 @@ private:
     rlimit m_before{};
     void (*m_handler)(int) = nullptr;
 };
+
+/// Nothing is forbidden to root: while this lives, root is nobody in particular.
+class Anybody
+{
+public:
+    Anybody()
+    {
+        if (geteuid() == 0)
+            m_left = seteuid(NOBODY) == 0;
+    }
+    ~Anybody()
+    {
+        if (m_left && seteuid(0) != 0)
+            qFatal("cannot become root again");
+    }
+    Anybody(const Anybody&) = delete;
+    Anybody& operator=(const Anybody&) = delete;
+
+private:
+    static constexpr uid_t NOBODY = 65534;
+    bool m_left = false;
+};
 #endif
 
 } // namespace
@@ -68,6 +91,7 @@ private slots:
     void save_followsALink();
     void save_onAFullDisk_failsAndKeepsTheOldFile();
     void save_overAFolder_fails();
+    void save_whereNoFileMayBeMade_writesInPlace();
     void publish_replacesTheWholeContent();
     void publish_doesNotFollowALink();
     void publish_isForTheOwnerAlone();
@@ -120,6 +144,35 @@ void TestSafeFile::save_overAFolder_fails()
 {
     const QTemporaryDir folder;
     QVERIFY(!SafeFile::save(folder.path(), "x"));
+}
+
+void TestSafeFile::save_whereNoFileMayBeMade_writesInPlace()
+{
+#ifdef Q_OS_UNIX
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.rig"_s);
+    put(path, QByteArray(1000, 'x'));
+    const QFile::Permissions reading = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+    const QFile::Permissions writing = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    const QFile::Permissions entering = QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
+    QVERIFY(QFile::setPermissions(path, reading | writing));
+    QVERIFY(QFile::setPermissions(folder.path(), reading | entering));
+    bool reached = false;
+    bool saved = false;
+    {
+        const Anybody user;
+        reached =
+            contentOf(path).size() == 1000 && !QFile(folder.filePath(u"b.rig"_s)).open(QIODevice::WriteOnly);
+        saved = SafeFile::save(path, "corto");
+    }
+    QVERIFY(QFile::setPermissions(folder.path(), reading | entering | QFile::WriteOwner));
+    if (!reached)
+        QSKIP("No user here who may not make files in this folder");
+    QVERIFY(saved);
+    QCOMPARE(contentOf(path), QByteArray("corto"));
+#else
+    QSKIP("No such folder here");
+#endif
 }
 
 void TestSafeFile::publish_replacesTheWholeContent()

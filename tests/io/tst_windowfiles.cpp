@@ -117,6 +117,7 @@ private slots:
     void selection_endsWithOpening();
     void twoFiles_openInTwoNamedTabs();
     void oneFile_leavesTheTabItsName();
+    void fileWithoutAName_leavesTheTabItsName();
     void badFileAmongSeveral_opensNoTab();
     void manyFiles_keepTheirOwnProjects();
     void strangeProjects_areOpenedAsTheyAre_data();
@@ -404,6 +405,16 @@ void TestWindowFiles::oneFile_leavesTheTabItsName()
     QCOMPARE(bench.tabBar()->count(), 1);
     QCOMPARE(bench.tabBar()->tabText(0), u"Proyecto 1"_s);
     QCOMPARE(LoadLogic::TrussLength, 20.0F);
+}
+
+void TestWindowFiles::fileWithoutAName_leavesTheTabItsName()
+{
+    Bench bench;
+    const QTemporaryDir folder;
+    bench.window.openProjectFiles(
+        {put(folder, u"a.rig"_s, otherProject(QString())), put(folder, u"b.rig"_s, otherProject(u"B"_s))});
+    QCOMPARE(bench.tabBar()->tabText(0), u"Proyecto 1"_s);
+    QCOMPARE(bench.tabBar()->tabText(1), u"B"_s);
 }
 
 void TestWindowFiles::badFileAmongSeveral_opensNoTab()

@@ -1,0 +1,67 @@
+#include "canvas/TrussView.h"
+#include "io/ConsolidatedReport.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+using ConsolidatedReport::Outcome;
+using ConsolidatedReport::Status;
+
+namespace
+{
+
+/// Two projects, written into `folder`.
+Outcome write(const QTemporaryDir& folder)
+{
+    TrussView view;
+    const QDateTime noon(QDate(2024, 2, 29), QTime(12, 0));
+    return ConsolidatedReport::write({{{}, {}}, u"Gira"_s, folder.path(), noon}, view,
+                                     [](qsizetype) { return true; });
+}
+
+} // namespace
+
+class TestConsolidatedReport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void writtenDrawings_areNotMissing();
+    void drawingThatCannotBeSaved_isNamed();
+    void documentThatCannotBeSaved_isNotWritten();
+};
+
+void TestConsolidatedReport::writtenDrawings_areNotMissing()
+{
+    const QTemporaryDir folder;
+    const Outcome outcome = write(folder);
+    QCOMPARE(outcome.status, Status::Written);
+    QCOMPARE(outcome.path, folder.filePath(u"informe_rigging_20240229_120000.html"_s));
+    QCOMPARE(outcome.missingDrawings, QStringList());
+    QCOMPARE(outcome.figures.size(), 2);
+    QVERIFY(QFile::exists(folder.filePath(u"truss_schema_0.jpg"_s)));
+    QVERIFY(QFile::exists(folder.filePath(u"truss_schema_1.jpg"_s)));
+}
+
+void TestConsolidatedReport::drawingThatCannotBeSaved_isNamed()
+{
+    const QTemporaryDir folder;
+    const QString taken = folder.filePath(u"truss_schema_1.jpg"_s);
+    QVERIFY(QDir().mkdir(taken));
+    const Outcome outcome = write(folder);
+    QCOMPARE(outcome.status, Status::Written);
+    QCOMPARE(outcome.missingDrawings, QStringList(taken));
+}
+
+void TestConsolidatedReport::documentThatCannotBeSaved_isNotWritten()
+{
+    const QTemporaryDir folder;
+    QVERIFY(QDir().mkdir(folder.filePath(u"informe_rigging_20240229_120000.html"_s)));
+    QCOMPARE(write(folder).status, Status::NotWritten);
+}
+
+QTEST_MAIN(TestConsolidatedReport)
+#include "tst_consolidatedreport.moc"
