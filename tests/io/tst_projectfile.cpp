@@ -10,6 +10,7 @@
 #include <limits>
 
 #ifdef Q_OS_UNIX
+#include <sys/resource.h>
 #include <sys/stat.h>
 #endif
 
@@ -92,6 +93,7 @@ private slots:
     void folder_isUnreadable();
     void pipe_isUnreadableWithoutWaiting();
     void endlessDevice_isUnreadable();
+    void fileThatCannotBeOpened_isUnreadable();
     void hundredMegabytes_areRefusedInTime();
     void hugeNumberOfLoads_isRead();
     void write_intoAMissingFolder_fails();
@@ -404,6 +406,28 @@ void TestProjectFile::endlessDevice_isUnreadable()
     QCOMPARE(ProjectFile::read(u"/dev/zero"_s).failure, Failure::Unreadable);
 #else
     QSKIP("No such device here");
+#endif
+}
+
+void TestProjectFile::fileThatCannotBeOpened_isUnreadable()
+{
+#ifdef Q_OS_UNIX
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.rig"_s);
+    QVERIFY(ProjectFile::write(path, smallProject()));
+
+    // No permission would not keep root out; having too many files open keeps out everybody.
+    rlimit before{};
+    QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
+    rlimit none = before;
+    none.rlim_cur = 0;
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
+    const Failure failure = ProjectFile::read(path).failure;
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &before), 0);
+    QCOMPARE(failure, Failure::Unreadable);
+    QCOMPARE(ProjectFile::read(path).failure, Failure::None);
+#else
+    QSKIP("No such limit here");
 #endif
 }
 

@@ -31,6 +31,15 @@ void put(const QString& path, const QByteArray& bytes)
     QCOMPARE(file.write(bytes), bytes.size());
 }
 
+/// A small file waits in a buffer until it is flushed, a large one is on its way to the disk at once:
+/// each meets the full disk in another call.
+void addSizes()
+{
+    QTest::addColumn<int>("size"); // [bytes]
+    QTest::newRow("small") << 100;
+    QTest::newRow("large") << 1'000'000;
+}
+
 #ifdef Q_OS_UNIX
 /// Like a disk that fills up: no file of this process may grow beyond a few bytes meanwhile.
 class FullDisk
@@ -89,12 +98,14 @@ class TestSafeFile : public QObject
 private slots:
     void save_replacesTheWholeContent();
     void save_followsALink();
+    void save_onAFullDisk_failsAndKeepsTheOldFile_data();
     void save_onAFullDisk_failsAndKeepsTheOldFile();
     void save_overAFolder_fails();
     void save_whereNoFileMayBeMade_writesInPlace();
     void publish_replacesTheWholeContent();
     void publish_doesNotFollowALink();
     void publish_isForTheOwnerAlone();
+    void publish_onAFullDisk_failsAndKeepsTheOldFile_data();
     void publish_onAFullDisk_failsAndKeepsTheOldFile();
     void publish_intoAMissingFolder_fails();
     void publish_overAFolder_fails();
@@ -122,8 +133,14 @@ void TestSafeFile::save_followsALink()
     QVERIFY(QFileInfo(link).isSymLink());
 }
 
+void TestSafeFile::save_onAFullDisk_failsAndKeepsTheOldFile_data()
+{
+    addSizes();
+}
+
 void TestSafeFile::save_onAFullDisk_failsAndKeepsTheOldFile()
 {
+    QFETCH(const int, size);
 #ifdef Q_OS_UNIX
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.rig"_s);
@@ -131,7 +148,7 @@ void TestSafeFile::save_onAFullDisk_failsAndKeepsTheOldFile()
     bool saved = true;
     {
         const FullDisk disk;
-        saved = SafeFile::save(path, QByteArray(100, 'n'));
+        saved = SafeFile::save(path, QByteArray(size, 'n'));
     }
     QVERIFY(!saved);
     QCOMPARE(contentOf(path), QByteArray("viejo"));
@@ -208,8 +225,14 @@ void TestSafeFile::publish_isForTheOwnerAlone()
     QVERIFY(!(QFile::permissions(path) & others));
 }
 
+void TestSafeFile::publish_onAFullDisk_failsAndKeepsTheOldFile_data()
+{
+    addSizes();
+}
+
 void TestSafeFile::publish_onAFullDisk_failsAndKeepsTheOldFile()
 {
+    QFETCH(const int, size);
 #ifdef Q_OS_UNIX
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"informe.html"_s);
@@ -217,7 +240,7 @@ void TestSafeFile::publish_onAFullDisk_failsAndKeepsTheOldFile()
     bool published = true;
     {
         const FullDisk disk;
-        published = SafeFile::publish(path, QByteArray(100, 'n'));
+        published = SafeFile::publish(path, QByteArray(size, 'n'));
     }
     QVERIFY(!published);
     QCOMPARE(contentOf(path), QByteArray("viejo"));

@@ -118,6 +118,7 @@ private slots:
     void twoFiles_openInTwoNamedTabs();
     void oneFile_leavesTheTabItsName();
     void fileWithoutAName_leavesTheTabItsName();
+    void withoutProjects_theFirstFileGetsNoTab();
     void badFileAmongSeveral_opensNoTab();
     void manyFiles_keepTheirOwnProjects();
     void strangeProjects_areOpenedAsTheyAre_data();
@@ -415,6 +416,21 @@ void TestWindowFiles::fileWithoutAName_leavesTheTabItsName()
         {put(folder, u"a.rig"_s, otherProject(QString())), put(folder, u"b.rig"_s, otherProject(u"B"_s))});
     QCOMPARE(bench.tabBar()->tabText(0), u"Proyecto 1"_s);
     QCOMPARE(bench.tabBar()->tabText(1), u"B"_s);
+}
+
+void TestWindowFiles::withoutProjects_theFirstFileGetsNoTab()
+{
+    Bench bench;
+    bench.window.projects.clear();
+    bench.window.currentProjectIndex = -1;
+    bench.tabBar()->removeTab(0);
+    const QTemporaryDir folder;
+    bench.window.openProjectFiles(
+        {put(folder, u"a.rig"_s, otherProject(u"A"_s)), put(folder, u"b.rig"_s, otherProject(u"B"_s))});
+    QCOMPARE(bench.tabBar()->count(), 1);
+    QCOMPARE(bench.tabBar()->tabText(0), u"B"_s);
+    QCOMPARE(bench.window.projects.size(), 1);
+    QCOMPARE(bench.window.projects.at(0).tabName, u"B"_s);
 }
 
 void TestWindowFiles::badFileAmongSeveral_opensNoTab()
