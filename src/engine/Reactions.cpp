@@ -52,7 +52,7 @@ void hangLoad(Supports& supports, const PointLoad& load)
         ++pastLeft;
     // Not so for what is no number: such a support stands last, and such a load hangs nowhere.
     const bool hasRight = right < count && positions[right] >= load.position;
-    const bool hasLeft = pastLeft > 0 && positions[pastLeft - 1] <= load.position;
+    const bool hasLeft = pastLeft > 0;
 
     if (hasLeft && hasRight && pastLeft - 1 != right) {
         const std::size_t left = pastLeft - 1;
