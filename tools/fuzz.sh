@@ -11,7 +11,7 @@ source "$here/lib.sh"
 
 seconds=${1:-60}
 [[ $seconds =~ ^[1-9][0-9]*$ ]] || fail "usage: tools/fuzz.sh SECONDS"
-need_packages "${velmora_program_packages[@]}" clang-14
+need_packages "${velmora_program_packages[@]}" "${velmora_clang_packages[@]}"
 lock_build
 build fuzz
 unlock_build

@@ -18,6 +18,8 @@ velmora_program_packages=(
 velmora_test_packages=(locales bash-completion)
 # Besides these, the benchmarks.
 velmora_bench_packages=(libbenchmark-dev xvfb xauth)
+# Besides these, what is built with clang; its runtime is what counts and what watches.
+velmora_clang_packages=(clang-14 libclang-rt-14-dev)
 # Besides these, the checks of the source. The versions are those that the code is laid out for.
 velmora_check_packages=(clang-format-14 clang-tidy-14 shellcheck)
 
