@@ -9,7 +9,7 @@ source "$here/tools/lib.sh"
 
 preset=${VELMORA_PRESET:-debug}
 packages=("${velmora_program_packages[@]}" "${velmora_test_packages[@]}")
-[[ $preset != clang* ]] || packages+=(clang-14)
+[[ $preset != clang && $preset != coverage ]] || packages+=("${velmora_clang_packages[@]}")
 need_packages "${packages[@]}"
 lock_build
 build "$preset"
