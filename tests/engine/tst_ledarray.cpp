@@ -36,6 +36,7 @@ private slots:
     void screenInTheMiddle_hangsEveryHalfMetre();
     void centreNearTheLeftEnd_startsAtTheEndAndStopsAtTheScreensEdge();
     void centreNearTheRightEnd_losesWhatOverhangs();
+    void segmentExactlyAtTheEdge_stays();
     void widthOfNothing_keepsOneWeightlessSegment();
     void narrowScreen_keepsItsFirstSegment();
     void unevenWidth_keepsItsMassPerSegment();
@@ -44,6 +45,7 @@ private slots:
     void hugeScreenOnShortTruss_endsWithTheTruss();
     void hugeScreenOnHugeTruss_isBounded();
     void infiniteWidth_ends();
+    void screenNotDescribed_measuresNothing();
 };
 
 void LedArrayTest::usualScreen_weighsPanelsBarAndCables()
@@ -103,6 +105,13 @@ void LedArrayTest::centreNearTheRightEnd_losesWhatOverhangs()
     QCOMPARE(usualScreen().segmentPositions(11.0F, 12.0F), expected);
 }
 
+void LedArrayTest::segmentExactlyAtTheEdge_stays()
+{
+    // Left edge 10 − 2 = 8, right edge min(10.25, 12); 8 + 0.25 + 4 · 0.5 = 10.25.
+    const std::vector<float> expected{8.25F, 8.75F, 9.25F, 9.75F, 10.25F};
+    QCOMPARE(usualScreen().segmentPositions(10.0F, 10.25F), expected);
+}
+
 void LedArrayTest::widthOfNothing_keepsOneWeightlessSegment()
 {
     QCOMPARE(screenOfWidth(0.0F).segmentMass(), 0.0F);
@@ -158,6 +167,16 @@ void LedArrayTest::infiniteWidth_ends()
 {
     QCOMPARE(screenOfWidth(INFINITE).segmentPositions(6.0F, 12.0F).size(), std::size_t(24));
     QVERIFY(!screenOfWidth(std::numeric_limits<float>::quiet_NaN()).segmentPositions(6.0F, 12.0F).empty());
+}
+
+void LedArrayTest::screenNotDescribed_measuresNothing()
+{
+    const LedArray screen;
+    QCOMPARE(screen.width, 0.0F);
+    QCOMPARE(screen.height, 0.0F);
+    QCOMPARE(screen.weightM2, 0.0F);
+    QCOMPARE(screen.bumperWeightPerMeter, 0.0F);
+    QCOMPARE(screen.cableWeightPercent, 0.0F);
 }
 
 QTEST_GUILESS_MAIN(LedArrayTest)

@@ -252,7 +252,9 @@ void ModelTest::motorMovedMeanwhile_isFoundById()
 {
     LoadLogic::MotorList = {motorAt(2, 3.0F), motorAt(5, 1.0F), motorAt(5, 8.0F)};
     QCOMPARE(LoadLogic::IndexOfMotor(motorAt(2, 9.0F)), 0);
-    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(5, 4.0F)), 1);
+    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(5, 4.0F)), 1); // the first of that id
+    LoadLogic::MotorList.removeFirst();
+    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(5, 4.0F)), 0);
 }
 
 void ModelTest::motorNotInTheList_isNotFound()

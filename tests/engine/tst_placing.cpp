@@ -148,6 +148,8 @@ void PlacingTest::motorIdAfterTheLargestInteger_isTheSmallestFree()
     setMotorIds({std::numeric_limits<int>::max(), 1, 3});
     QCOMPARE(idOfNextMotor(), 2);
     QCOMPARE(idOfNextMotor(), 4);
+    setMotorIds({std::numeric_limits<int>::max(), 2});
+    QCOMPARE(idOfNextMotor(), 1);
 }
 
 void PlacingTest::standardLoad_hasTheUsualValues()
