@@ -44,6 +44,7 @@ private slots:
     void initTestCase();
     void init();
     void engineAtProgramStart_hasTheUsualProject();
+    void dynamicFactor_isAQuarterMore();
     void newMotor_hasTheUsualValues();
     void newLoad_hasTheUsualValues();
     void newProjectState_equalsTheStartOfTheEngine();
@@ -63,7 +64,8 @@ private slots:
     void smallerIds_doNotLowerTheCounters();
     void hugeIds_areLeftAlone();
 
-private: // data
+private: // what the engine held when the program started
+    ProjectState m_start;
     int m_firstLoadId = 0;
     int m_firstGroupId = 0;
 };
@@ -72,10 +74,18 @@ void ModelTest::initTestCase()
 {
     m_firstLoadId = LoadLogic::NextLoadId;
     m_firstGroupId = LoadLogic::NextGroupId;
-    QCOMPARE(LoadLogic::TrussStress_Percentage, 0.0F);
-    QCOMPARE(LoadLogic::isUnstable, false);
-    QVERIFY(LoadLogic::MotorList.isEmpty());
-    QVERIFY(LoadLogic::ActiveLoads.isEmpty());
+    m_start.trussLength = LoadLogic::TrussLength;
+    m_start.trussSelfWeight = LoadLogic::TrussSelfWeight;
+    m_start.limitCPL = LoadLogic::Limit_CPL;
+    m_start.screenWidth = LoadLogic::Screen_Width;
+    m_start.screenHeight = LoadLogic::Screen_Height;
+    m_start.screenWeightM2 = LoadLogic::Screen_Weight_M2;
+    m_start.bumperWeightPerMeter = LoadLogic::Bumper_Weight_Per_Meter;
+    m_start.ledTotalWeight = LoadLogic::LED_TotalWeight;
+    m_start.trussStressPercentage = LoadLogic::TrussStress_Percentage;
+    m_start.isUnstable = LoadLogic::isUnstable;
+    m_start.motors = LoadLogic::MotorList;
+    m_start.loads = LoadLogic::ActiveLoads;
 }
 
 void ModelTest::init()
@@ -89,14 +99,23 @@ void ModelTest::engineAtProgramStart_hasTheUsualProject()
 {
     QCOMPARE(m_firstLoadId, 1);
     QCOMPARE(m_firstGroupId, 100);
-    QCOMPARE(LoadLogic::TrussLength, 12.0F);
-    QCOMPARE(LoadLogic::TrussSelfWeight, 8.4F);
-    QCOMPARE(LoadLogic::Limit_CPL, 1600.0F);
-    QCOMPARE(LoadLogic::Screen_Width, 4.0F);
-    QCOMPARE(LoadLogic::Screen_Height, 3.0F);
-    QCOMPARE(LoadLogic::Screen_Weight_M2, 40.0F);
-    QCOMPARE(LoadLogic::Bumper_Weight_Per_Meter, 10.0F);
-    QCOMPARE(LoadLogic::LED_TotalWeight, 0.0F);
+    QCOMPARE(m_start.trussLength, 12.0F);
+    QCOMPARE(m_start.trussSelfWeight, 8.4F);
+    QCOMPARE(m_start.limitCPL, 1600.0F);
+    QCOMPARE(m_start.screenWidth, 4.0F);
+    QCOMPARE(m_start.screenHeight, 3.0F);
+    QCOMPARE(m_start.screenWeightM2, 40.0F);
+    QCOMPARE(m_start.bumperWeightPerMeter, 10.0F);
+    QCOMPARE(m_start.ledTotalWeight, 0.0F);
+    QCOMPARE(m_start.trussStressPercentage, 0.0F);
+    QVERIFY(!m_start.isUnstable);
+    QVERIFY(m_start.motors.isEmpty());
+    QVERIFY(m_start.loads.isEmpty());
+}
+
+void ModelTest::dynamicFactor_isAQuarterMore()
+{
+    QCOMPARE(LoadLogic::DYNAMIC_FACTOR, 1.25F);
 }
 
 void ModelTest::newMotor_hasTheUsualValues()
