@@ -9,6 +9,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <array>
+#include <cstddef>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -44,19 +46,55 @@ QJsonObject motorObject(const Motor& motor)
     };
 }
 
-/// `pattern` with the members of `load`. Where it has their keys already, as an object of another
-/// load has, no place has to be found for them: half of the time that a large project takes.
-QJsonObject loadObject(QJsonObject pattern, const ActiveLoad& load)
+constexpr std::size_t LOAD_MEMBERS = 8;
+
+/// In the order of the alphabet, in which a JSON object keeps them: so the values of each of many loads
+/// are put in one after the other, without looking for their places.
+constexpr std::array<QLatin1StringView, LOAD_MEMBERS> LOAD_KEYS{
+    "cableWeightPercent"_L1, "groupId"_L1,     "id"_L1,   "mass"_L1, "name"_L1,
+    "positionX"_L1,          "screenWidth"_L1, "type"_L1,
+};
+
+using LoadValues = std::array<QJsonValue, LOAD_MEMBERS>;
+
+LoadValues loadValues(const ActiveLoad& load)
 {
-    pattern["id"_L1] = load.id;
-    pattern["groupId"_L1] = load.groupId;
-    pattern["positionX"_L1] = number(load.positionX);
-    pattern["mass"_L1] = number(load.mass);
-    pattern["type"_L1] = load.type;
-    pattern["name"_L1] = load.name;
-    pattern["screenWidth"_L1] = number(load.screenWidth);
-    pattern["cableWeightPercent"_L1] = number(load.cableWeightPercent);
-    return pattern;
+    return {number(load.cableWeightPercent),
+            load.groupId,
+            load.id,
+            number(load.mass),
+            load.name,
+            number(load.positionX),
+            number(load.screenWidth),
+            load.type};
+}
+
+/// Puts those of `values` into `object` that differ from what it holds, `held`.
+void putDifferent(QJsonObject& object, const LoadValues& held, const LoadValues& values)
+{
+    QJsonObject::iterator member = object.begin();
+    for (std::size_t i = 0; i < LOAD_MEMBERS; ++i, ++member) {
+        if (values[i] != held[i])
+            *member = values[i];
+    }
+}
+
+/// Each object begins as a copy of the first: loads share most of their values, the segments of a
+/// screen all but two.
+QJsonArray loadObjects(const QList<ActiveLoad>& loads)
+{
+    const LoadValues firstValues = loads.isEmpty() ? LoadValues() : loadValues(loads.constFirst());
+    QJsonObject first;
+    for (std::size_t i = 0; i < LOAD_MEMBERS; ++i)
+        first.insert(LOAD_KEYS[i], firstValues[i]);
+
+    QJsonArray objects;
+    for (const ActiveLoad& load : loads) {
+        QJsonObject object = first;
+        putDifferent(object, firstValues, loadValues(load));
+        objects.append(object);
+    }
+    return objects;
 }
 
 Motor readMotor(const QJsonObject& object)
@@ -116,10 +154,6 @@ QByteArray ProjectFile::toBytes(const ProjectState& project)
     QJsonArray motors;
     for (const Motor& motor : project.motors)
         motors.append(motorObject(motor));
-    const QJsonObject pattern = loadObject({}, {});
-    QJsonArray loads;
-    for (const ActiveLoad& load : project.loads)
-        loads.append(loadObject(pattern, load));
 
     const QJsonObject object{
         {u"tabName"_s, project.tabName},
@@ -130,7 +164,7 @@ QByteArray ProjectFile::toBytes(const ProjectState& project)
         {u"ledTotalWeight"_s, number(project.ledTotalWeight)},
         {u"limitCPL"_s, number(project.limitCPL)},
         {u"motors"_s, motors},
-        {u"loads"_s, loads},
+        {u"loads"_s, loadObjects(project.loads)},
     };
     return QJsonDocument(object).toJson(QJsonDocument::Indented);
 }
