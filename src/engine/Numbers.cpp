@@ -17,11 +17,7 @@ int truncated(double value, double limit)
 {
     if (std::isnan(value))
         return 0;
-    if (value >= limit)
-        return static_cast<int>(limit);
-    if (value <= -limit)
-        return static_cast<int>(-limit);
-    return static_cast<int>(value);
+    return static_cast<int>(std::clamp(value, -limit, limit));
 }
 
 } // namespace
