@@ -1,4 +1,5 @@
 #include "io/ProjectFile.h"
+#include "support/Names.h"
 #include "support/ReportDocument.h"
 
 #include <QDir>
@@ -18,7 +19,7 @@ using Support::ReportDocument;
 namespace
 {
 
-const QString EXAMPLES = QStringLiteral(VELMORA_SOURCE_DIR "/examples/");
+const QString EXAMPLES = u"" VELMORA_SOURCE_DIR "/examples/"_s;
 
 struct Result
 {
@@ -85,6 +86,8 @@ private slots:
     void summary_ofWhatCannotBeCalculated_warnsAndExitsWithOne();
     void summary_asJson_isOneDocument();
     void summary_afterADoubleDash_takesAnyName();
+    void files_mayHaveAnyName_data();
+    void files_mayHaveAnyName();
     void summary_ofHostileFiles_staysAlive_data();
     void summary_ofHostileFiles_staysAlive();
     void fullOutput_exitsWithTwo();
@@ -100,6 +103,7 @@ private slots:
     void windowWithoutDisplay_onADesktopPlatform_doesNotAbort();
     void windowWithoutDisplay_tellsTheFiguresAndWritesTheReport();
     void windowOffScreen_opens();
+    void program_cannotReachANetwork();
 };
 
 void TestProgram::help_isSpanishAndNeedsNoDisplay()
@@ -230,6 +234,29 @@ void TestProgram::summary_afterADoubleDash_takesAnyName()
     const Result result = run({u"--resumen"_s, u"--"_s, u"--no-es-una-opción"_s});
     QCOMPARE(result.code, 2);
     QCOMPARE(result.err, u"velmora-master: --no-es-una-opción: No se pudo leer el archivo.\n"_s);
+}
+
+void TestProgram::files_mayHaveAnyName_data()
+{
+    Support::awkwardNames();
+}
+
+void TestProgram::files_mayHaveAnyName()
+{
+    QFETCH(QString, name);
+    const QTemporaryDir folder;
+    const QString output = folder.filePath(name);
+    QVERIFY(QDir().mkdir(output));
+    const QString file = put(folder, name + u".rig"_s, ProjectFile::toBytes(LoadLogic::ProjectState()));
+    const Result result = run({u"--resumen"_s, u"--informe"_s, u"--salida"_s, output, file});
+    QCOMPARE(result.err, QString());
+    QCOMPARE(result.code, 0);
+    QVERIFY(result.out.contains(file + u": Proyecto\n"_s));
+    const QStringList written = QDir(output).entryList(QDir::Files | QDir::Hidden);
+    QCOMPARE(written.size(), 2);
+    QVERIFY(result.out.contains(output + u'/' + written.at(0) + u'\n'));
+    QCOMPARE(written.at(1), u"truss_schema_0.jpg"_s);
+    QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 2);
 }
 
 void TestProgram::summary_ofHostileFiles_staysAlive_data()
@@ -408,6 +435,18 @@ void TestProgram::windowOffScreen_opens()
     program.kill();
     QVERIFY(program.waitForFinished());
     QVERIFY(!program.readAllStandardError().contains("velmora-master:"));
+}
+
+// Neither Qt's network library nor the system's look-up of addresses is linked.
+void TestProgram::program_cannotReachANetwork()
+{
+    QFile program(QStringLiteral(VELMORA_EXECUTABLE));
+    QVERIFY(program.open(QIODevice::ReadOnly));
+    const QByteArray code = program.readAll();
+    QVERIFY(code.contains("Qt6Widgets"));
+    QVERIFY(!code.contains("Qt6Network"));
+    QVERIFY(!code.contains("getaddrinfo"));
+    QVERIFY(!code.contains("gethostby"));
 }
 
 QTEST_GUILESS_MAIN(TestProgram)

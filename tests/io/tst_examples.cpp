@@ -12,7 +12,7 @@ using Verdict = ProjectFigures::Verdict;
 namespace
 {
 
-const QString FOLDER = QStringLiteral(VELMORA_SOURCE_DIR "/examples/");
+const QString FOLDER = u"" VELMORA_SOURCE_DIR "/examples/"_s;
 
 ProjectFigures figuresOf(const QString& name)
 {

@@ -12,7 +12,10 @@ using Support::ReportDocument;
 namespace
 {
 
-const QDateTime WHEN(QDate(2026, 3, 9), QTime(7, 5, 4));
+QDateTime when()
+{
+    return {QDate(2026, 3, 9), QTime(7, 5, 4)};
+}
 
 LoadLogic::Motor motorAt(int id, float position, float capacity, const QString& name)
 {
@@ -81,7 +84,7 @@ QString documentOf(const QList<ProjectState>& projects)
     QList<ProjectFigures> figures;
     for (const ProjectState& project : projects)
         figures.append(ProjectFigures::calculate(project));
-    return HtmlReport::document(figures, u"Sala A"_s, WHEN);
+    return HtmlReport::document(figures, u"Sala A"_s, when());
 }
 
 } // namespace
@@ -352,7 +355,7 @@ void TestHtmlReport::files_areNamedByIndexAndTime()
 {
     QCOMPARE(HtmlReport::drawingName(0), u"truss_schema_0.jpg"_s);
     QCOMPARE(HtmlReport::drawingName(12), u"truss_schema_12.jpg"_s);
-    QCOMPARE(HtmlReport::reportName(WHEN), u"informe_rigging_20260309_070504.html"_s);
+    QCOMPARE(HtmlReport::reportName(when()), u"informe_rigging_20260309_070504.html"_s);
 }
 
 QTEST_GUILESS_MAIN(TestHtmlReport)

@@ -10,9 +10,9 @@
 
 using namespace Qt::StringLiterals;
 
-using Support::Answer;
 using Support::Bench;
 using Support::BoxAnswer;
+using Support::FileAnswer;
 
 namespace
 {
@@ -51,43 +51,6 @@ QByteArray otherProject(const QString& name = u"Gira"_s)
     project.loads.append(load);
     return ProjectFile::toBytes(project);
 }
-
-/// Chooses `path` in the next file dialog, and keeps what the dialog looked like.
-class FileAnswer
-{
-public:
-    explicit FileAnswer(QString path)
-        : m_path(std::move(path))
-        , m_answer([this](QFileDialog& dialog) { choose(dialog); })
-    {
-    }
-
-    [[nodiscard]] bool given() const
-    {
-        return m_answer.given();
-    }
-
-    QString title;
-    QStringList filters;
-    QFileDialog::AcceptMode mode = QFileDialog::AcceptOpen;
-
-private:
-    void choose(QFileDialog& dialog)
-    {
-        title = dialog.windowTitle();
-        filters = dialog.nameFilters();
-        mode = dialog.acceptMode();
-        if (m_path.isEmpty()) {
-            dialog.reject();
-            return;
-        }
-        dialog.findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(m_path);
-        QMetaObject::invokeMethod(&dialog, "accept", Qt::QueuedConnection);
-    }
-
-    QString m_path;
-    Answer<QFileDialog> m_answer;
-};
 
 } // namespace
 

@@ -3,6 +3,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
@@ -159,6 +161,46 @@ private: // helpers
 private: // data
     QString m_text;
     Answer<QMenu> m_answer;
+};
+
+/// Chooses `path` in the next file dialog, and keeps what the dialog looked like.
+class FileAnswer
+{
+public: // construction
+    explicit FileAnswer(QString path)
+        : m_path(std::move(path))
+        , m_answer([this](QFileDialog& dialog) { choose(dialog); })
+    {
+    }
+
+public: // queries
+    [[nodiscard]] bool given() const
+    {
+        return m_answer.given();
+    }
+
+public: // what the dialog was
+    QString title;
+    QStringList filters;
+    QFileDialog::AcceptMode mode = QFileDialog::AcceptOpen;
+
+private: // helpers
+    void choose(QFileDialog& dialog)
+    {
+        title = dialog.windowTitle();
+        filters = dialog.nameFilters();
+        mode = dialog.acceptMode();
+        if (m_path.isEmpty()) {
+            dialog.reject();
+            return;
+        }
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(m_path);
+        QMetaObject::invokeMethod(&dialog, "accept", Qt::QueuedConnection);
+    }
+
+private: // data
+    QString m_path;
+    Answer<QFileDialog> m_answer;
 };
 
 } // namespace Support

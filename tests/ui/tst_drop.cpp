@@ -1,4 +1,5 @@
 #include "support/Dialogs.h"
+#include "support/Names.h"
 #include "support/Window.h"
 
 #include <QDir>
@@ -47,6 +48,8 @@ private slots:
     void whileADialogIsOpen_nothingIsWelcome();
     void fields_leaveFilesToTheWindow();
     void one_opensInTheCurrentTab();
+    void files_mayHaveAnyName_data();
+    void files_mayHaveAnyName();
     void several_openOneTabEach();
     void otherFilesAmongThem_areLeftOut();
     void brokenFirst_isToldAndTheRestOpens();
@@ -162,6 +165,18 @@ void TestDrop::one_opensInTheCurrentTab()
     QCOMPARE(LoadLogic::TrussLength, 17.0F);
     QCOMPARE(titles(), QStringList{u"Proyecto 1"_s}); // the tab keeps its title
     QCOMPARE(m_bench->undoDepth(), 1);
+}
+
+void TestDrop::files_mayHaveAnyName_data()
+{
+    Support::awkwardNames();
+}
+
+void TestDrop::files_mayHaveAnyName()
+{
+    QFETCH(QString, name);
+    drop({project(name + u".rig"_s, u"Del fichero"_s, 17)});
+    QCOMPARE(LoadLogic::TrussLength, 17.0F);
 }
 
 void TestDrop::several_openOneTabEach()
