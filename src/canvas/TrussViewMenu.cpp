@@ -93,6 +93,7 @@ int TrussView::arrayForMenuAt(QPoint point) const
 }
 
 // The motor is a copy: the list may change while the menu is open.
+// cppcheck-suppress passedByValue
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
 void TrussView::runMotorMenu(LoadLogic::Motor motor, QPoint position)
 {
