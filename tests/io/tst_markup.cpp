@@ -29,21 +29,6 @@ namespace
 const QString MARK = u"ENGAÑO"_s;
 const QString NAME = u"<b>"_s + MARK + u"</b><img src='http://example.org/a.png'>"_s;
 
-/// Whether a label would read its text as a document.
-bool isDocument(const QLabel& label)
-{
-    switch (label.textFormat()) {
-    case Qt::PlainText:
-        return false;
-    case Qt::AutoText:
-        return Qt::mightBeRichText(label.text());
-    case Qt::RichText:
-    case Qt::MarkdownText:
-        break;
-    }
-    return true;
-}
-
 /// Where the name stands in what can be seen: how often as it is, and where as a document.
 struct Sight
 {
@@ -85,7 +70,7 @@ void lookAtTabs(const QTabBar& tabs, Sight& sight)
     }
 }
 
-/// Looks at every widget of every window. Hints are documents by nature: Qt guesses what they are.
+/// Looks at every widget of every window. Of hints Qt guesses whether they are documents.
 Sight lookAround()
 {
     Sight sight;
@@ -94,7 +79,7 @@ Sight lookAround()
         for (const QString& hint : {widget->toolTip(), widget->statusTip(), widget->whatsThis()})
             sight.note(true, *widget, hint);
         if (const auto* label = qobject_cast<const QLabel*>(widget))
-            sight.note(isDocument(*label), *label, label->text());
+            sight.note(label->textFormat() != Qt::PlainText, *label, label->text()); // no guessing
         else if (const auto* field = qobject_cast<const QLineEdit*>(widget))
             sight.note(false, *field, field->text());
         else if (const auto* text = qobject_cast<const QTextEdit*>(widget))
