@@ -231,11 +231,19 @@ void StressTest::overhangOfFiveCentimetres_isNone()
     // 12 m less an end of 3/64 m, which is no rounded number.
     QCOMPARE(stressOfLoads({0.0F, 11.953125F}, {{12.0F, 1000.0F}}), 0.0F);
     QVERIFY(stressOfLoads({0.0F, 11.94F}, {{12.0F, 1000.0F}}) > 0.0F);
+    // The right end of a truss is exactly as long as that only where floats are fine enough.
+    const float last = 0.062000003F;
+    const float length = 0.112F;
+    QCOMPARE(length - last, 0.05F);
+    Layouts::calculate({length, 0.0F, 1600.0F, {0.0F, last}, {{length, 1000.0F}}});
+    QVERIFY(!LoadLogic::isUnstable); // 0.45 · 0.112 = 0.0504
+    QCOMPARE(LoadLogic::TrussStress_Percentage, 0.0F);
 }
 
 void StressTest::spanOfLessThanFiveCentimetres_isNone()
 {
     QCOMPARE(stressOfLoads({0.0F, 0.0499F, 12.0F}, {{0.025F, 1000.0F}}), 0.0F);
+    QCOMPARE(stressOfLoads({0.0F, 6.0F, 6.04F, 12.0F}, {{6.02F, 1000.0F}}), 0.0F);
     // 5 cm are a span: 1000 · 0.025 · 0.025 / 0.05 = 12.5 of 4800.
     QCOMPARE(stressOfLoads({0.0F, 0.05F, 12.0F}, {{0.025F, 1000.0F}}), 0.26041667F);
 }
