@@ -1,5 +1,6 @@
 #include "engine/LoadLogic.h"
 #include "support/Layouts.h"
+#include "support/Slowness.h"
 
 #include <QTest>
 
@@ -12,7 +13,8 @@ using Layouts::Layout;
 namespace
 {
 
-constexpr int LAYOUTS = 100'000;
+/// So many by themselves; a slow tool looks for errors of memory, for which every layout is like another.
+const int LAYOUTS = 100'000 / Support::toolSlowness();
 
 /// Results that single precision computes in another order agree to this, of the whole weight.
 constexpr double ROUNDING = 1e-5;

@@ -2,6 +2,7 @@
 
 #include "canvas/TrussView.h"
 #include "engine/LoadLogic.h"
+#include "support/Slowness.h"
 #include "ui/MainWindow.h"
 
 #include <QLabel>
@@ -13,24 +14,8 @@
 #include <QTabBar>
 #include <QTest>
 
-#include <algorithm>
-
 namespace Support
 {
-
-/// What a time limit is multiplied by: more in builds that are made for finding errors, not for speed,
-/// and more again where a tool runs them that tells its factor in VELMORA_SLOWNESS.
-inline int slowness()
-{
-#if defined(__SANITIZE_ADDRESS__)
-    constexpr int BUILD = 10;
-#elif !defined(NDEBUG)
-    constexpr int BUILD = 4;
-#else
-    constexpr int BUILD = 1;
-#endif
-    return BUILD * std::max(1, qEnvironmentVariableIntValue("VELMORA_SLOWNESS"));
-}
 
 /// From now to the end of the test function any warning fails it. The off-screen platform says of
 /// itself what it cannot do; that is no fault of the program's.

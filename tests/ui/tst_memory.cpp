@@ -54,6 +54,8 @@ void TestMemory::initTestCase()
 #if defined(__SANITIZE_ADDRESS__)
     QSKIP("The address sanitizer keeps freed memory; it looks for leaks itself.");
 #endif
+    if (Support::toolSlowness() > 1)
+        QSKIP("What runs this program keeps freed memory too, and looks for leaks itself.");
     if (residentMemory() < 0)
         QSKIP("This system does not tell the memory of a process.");
 }
