@@ -41,6 +41,9 @@ GEOMETRY = "TrussGeometry"
 # A file's own test, where it is not called as the file is, or as a part of that: it is tried first.
 OWN_TESTS = {"LoadLogic": "model"}
 
+# Left out: it needs a browser, which is not everywhere, and waits for it longer than for the program.
+SKIPPED_TESTS = {"io_browser"}
+
 # Pattern and replacement. The blanks keep templates, pointers and signs out.
 OPERATORS = [
     (r" <= ", " < "), (r" >= ", " > "), (r" < ", " <= "), (r" > ", " >= "),
@@ -154,7 +157,8 @@ def mutated_files():
 def tests_of(path):
     folder = FOLDERS[str(pathlib.PurePath(path).parent)]
     listed = (ROOT / "tests" / folder / "tests.cmake").read_text()
-    return [f"{folder}_{name}" for name in re.findall(r"^velmora_test\(\w+ (\w+)", listed, re.MULTILINE)]
+    tests = [f"{folder}_{name}" for name in re.findall(r"^velmora_test\(\w+ (\w+)", listed, re.MULTILINE)]
+    return [test for test in tests if test not in SKIPPED_TESTS]
 
 
 def is_own_test(test, path):
@@ -254,7 +258,7 @@ class Tester:
         self.temporary.mkdir(parents=True)
         environment = {"QT_QPA_PLATFORM": "offscreen", "PATH": "/usr/bin:/bin", "HOME": str(self.temporary),
                        "TMPDIR": str(self.temporary), "LC_ALL": "C.UTF-8"}
-        command = ["prlimit", f"--as={MOST_MEMORY}", "--core=0", str(program), "-nocrashhandler"]
+        command = ["prlimit", f"--data={MOST_MEMORY}", "--core=0", str(program), "-nocrashhandler"]
         process = subprocess.Popen(command, env=environment, cwd=self.folder, start_new_session=True,
                                    stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                    stderr=subprocess.DEVNULL, text=True, errors="replace")
