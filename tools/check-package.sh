@@ -10,6 +10,7 @@ source "$here/lib.sh"
 
 scratch=$(mktemp -d)
 processes=()
+installed= # whether this script has installed the package
 clean_up()
 {
     local process
@@ -17,9 +18,12 @@ clean_up()
         kill "$process" 2>/dev/null || true
         wait "$process" 2>/dev/null || true
     done
+    [[ -z $installed ]] || purge >&2 || true
     rm -rf -- "$scratch"
 }
 trap clean_up EXIT
+
+purge() { env DEBIAN_FRONTEND=noninteractive apt-get -q -y purge velmora-master; }
 
 passed() { say "ok: $*"; }
 
@@ -102,7 +106,8 @@ check_file_type()
 start_display()
 {
     mkfifo "$scratch/display"
-    Xvfb -displayfd 3 -screen 0 1600x900x24 -nolisten tcp 3<>"$scratch/display" 2>/dev/null &
+    # Without a reset it stays ready between two programs; the first to come after one may be refused.
+    Xvfb -displayfd 3 -screen 0 1600x900x24 -nolisten tcp -noreset 3<>"$scratch/display" 2>/dev/null &
     processes+=($!)
     read -r -t 20 DISPLAY <"$scratch/display" || fail "FAILED: Xvfb does not start"
     export DISPLAY=:$DISPLAY
@@ -184,13 +189,15 @@ check_installed()
 {
     local package=$1 left
     ! is_installed || fail "velmora-master is installed on this system: left as it is."
+    installed=yes
     quietly "installing" install_packages "$package"
     dpkg -L velmora-master | sort >"$scratch/files"
     check_program /usr
     check_options /usr
     check_file_type /usr/share
     expect "found as a command" /usr/bin/velmora-master "$(command -v velmora-master)"
-    quietly "removing" env DEBIAN_FRONTEND=noninteractive apt-get -q -y purge velmora-master
+    quietly "removing" purge
+    installed=
     left=$(find /usr /etc /var/lib -xdev -ipath '*velmora*' -not -path '/var/lib/apt/*' \
         -not -path "$velmora_root/*" 2>/dev/null || true)
     expect "nothing is left" "" "$left"

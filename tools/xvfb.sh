@@ -21,7 +21,7 @@ trap leave EXIT
 
 mkfifo "$scratch/display"
 mkdir -m 700 "$scratch/session"
-Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp 3<>"$scratch/display" 2>/dev/null &
+Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp -noreset 3<>"$scratch/display" 2>/dev/null &
 processes+=($!)
 read -r -t 20 display <"$scratch/display" || fail "Xvfb does not start"
 export DISPLAY=:$display XDG_RUNTIME_DIR=$scratch/session VELMORA_PLATFORM=xcb
