@@ -1,6 +1,7 @@
 #include "io/ProjectFile.h"
 #include "support/Browser.h"
 #include "support/Dialogs.h"
+#include "support/Files.h"
 #include "support/Names.h"
 #include "support/ReportDocument.h"
 #include "support/Window.h"
@@ -26,24 +27,13 @@ using Support::Answer;
 using Support::Bench;
 using Support::BoxAnswer;
 using Support::Browser;
+using Support::contentOf;
 using Support::FileAnswer;
+using Support::put;
 using Support::ReportDocument;
 
 namespace
 {
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
-void put(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
 
 QByteArray projectOf(float length)
 {

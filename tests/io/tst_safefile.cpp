@@ -1,4 +1,5 @@
 #include "io/SafeFile.h"
+#include "support/Files.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,21 +16,11 @@
 
 using namespace Qt::StringLiterals;
 
+using Support::contentOf;
+using Support::put;
+
 namespace
 {
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
-void put(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
 
 /// A small file waits in a buffer until it is flushed, a large one is on its way to the disk at once:
 /// each meets the full disk in another call.
