@@ -65,6 +65,7 @@ class TestProjectFile : public QObject
     Q_OBJECT
 
 private slots:
+    void loads_keepTheirOwnValues();
     void init();
     void emptyProject_isWrittenToTheLetter();
     void members_areThoseOfTheFormat();
@@ -455,6 +456,30 @@ void TestProjectFile::write_intoAMissingFolder_fails()
 {
     const QTemporaryDir folder;
     QVERIFY(!ProjectFile::write(folder.filePath(u"no/existe.rig"_s), ProjectState()));
+}
+
+// Each differs from the first in some values and shares others with it.
+void TestProjectFile::loads_keepTheirOwnValues()
+{
+    LoadLogic::ProjectState project;
+    project.loads = {{1, 100.0F, 1.0F, u"Audio"_s, u"PA"_s, -1, 0.0F, 0.0F, 0.0F, 0.0F, 7.0F},
+                     {2, 100.0F, 2.5F, u"Audio"_s, u"Luz"_s, -1, 0.0F, 0.0F, 0.0F, 0.0F, 7.0F},
+                     {3, 60.5F, 1.0F, u"Video_Segment"_s, u"PA"_s, 100, 4.0F, 0.0F, 0.0F, 0.0F, 9.0F}};
+    const QJsonArray loads =
+        QJsonDocument::fromJson(ProjectFile::toBytes(project)).object()["loads"_L1].toArray();
+    QCOMPARE(loads.size(), 3);
+    for (int i = 0; i < 3; ++i) {
+        const LoadLogic::ActiveLoad& load = project.loads.at(i);
+        const QJsonObject object = loads.at(i).toObject();
+        QCOMPARE(object["id"_L1].toInt(), load.id);
+        QCOMPARE(object["mass"_L1].toDouble(), double(load.mass));
+        QCOMPARE(object["positionX"_L1].toDouble(), double(load.positionX));
+        QCOMPARE(object["type"_L1].toString(), load.type);
+        QCOMPARE(object["name"_L1].toString(), load.name);
+        QCOMPARE(object["groupId"_L1].toInt(), load.groupId);
+        QCOMPARE(object["screenWidth"_L1].toDouble(), double(load.screenWidth));
+        QCOMPARE(object["cableWeightPercent"_L1].toDouble(), double(load.cableWeightPercent));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestProjectFile)
