@@ -1,0 +1,70 @@
+#include "engine/Project.h"
+
+#include "engine/Numbers.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// Closer to the centre than this a position reads as the centre itself [m].
+constexpr float CENTRE_TOLERANCE = 0.001F;
+
+} // namespace
+
+QString Project::motorTitle(const Motor& motor)
+{
+    return motor.modelName.isEmpty() ? u'M' + QString::number(motor.id) : motor.modelName;
+}
+
+bool Project::isScreen(const ActiveLoad& load)
+{
+    return load.type == "Video_Segment"_L1 || load.type == "Video"_L1;
+}
+
+bool Project::isArraySegment(const ActiveLoad& load)
+{
+    return isScreen(load) && load.groupId != -1;
+}
+
+int Project::indexOfMotor(const QList<Motor>& motors, const Motor& motor)
+{
+    int sameId = -1;
+    for (qsizetype i = 0; i < motors.size(); ++i) {
+        const Motor& candidate = motors.at(i);
+        if (candidate.id != motor.id)
+            continue;
+        if (candidate.positionX == motor.positionX)
+            return static_cast<int>(i);
+        if (sameId < 0)
+            sameId = static_cast<int>(i);
+    }
+    return sameId;
+}
+
+qsizetype Project::indexOfLoad(const QList<ActiveLoad>& loads, int id)
+{
+    if (id == -1)
+        return -1;
+    const auto found =
+        std::find_if(loads.cbegin(), loads.cend(), [id](const ActiveLoad& load) { return load.id == id; });
+    return found == loads.cend() ? -1 : found - loads.cbegin();
+}
+
+float Project::clampToTruss(float x, float trussLength)
+{
+    return std::max(0.0F, std::min(x, trussLength)); // in this order not-a-number gives 0
+}
+
+QString Project::formatCoordinate(float x, float trussLength)
+{
+    const float fromCentre = x - trussLength * 0.5F;
+    if (std::abs(fromCentre) < CENTRE_TOLERANCE)
+        return u"0.00m"_s;
+
+    const QString sign = fromCentre > CENTRE_TOLERANCE ? u"+"_s : QString();
+    return sign + Numbers::fixed(fromCentre, 2) + u'm';
+}
