@@ -167,7 +167,7 @@ void drawAll(TrussView& canvas, QPaintDevice& device)
     painter.fillRect(canvas.rect(), QColor(0x12, 0x12, 0x12));
     canvas.drawTruss(painter, W, H, 1.0);
     for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads)) {
-        if (LoadLogic::IsScreen(load))
+        if (Project::isScreen(load))
             canvas.drawScreen(painter, load, W, H, 1.0);
         else
             canvas.drawLoad(painter, load, W, H, 1.0);

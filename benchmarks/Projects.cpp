@@ -84,7 +84,7 @@ LoadLogic::ProjectState Projects::make(const Size& size)
 void Projects::load(const Size& size)
 {
     const LoadLogic::ProjectState project = make(size);
-    LoadLogic::Load(project);
+    LoadLogic::MakeCurrent(project);
     LoadLogic::ReserveIds(project);
     LoadLogic::CalcularReacciones();
 }

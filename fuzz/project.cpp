@@ -1,5 +1,5 @@
+#include "engine/Figures.h"
 #include "io/HtmlReport.h"
-#include "io/ProjectFigures.h"
 #include "io/ProjectFile.h"
 #include "io/ReportPage.h"
 
@@ -21,7 +21,7 @@ const QDateTime SOME_DAY(QDate(2024, 2, 29), QTime(12, 0));
 
 void report(const LoadLogic::ProjectState& project)
 {
-    const ProjectFigures figures = ProjectFigures::calculate(project);
+    const Figures figures = Figures::of(project);
     Fuzzing::check(figures.motors.size() == project.motors.size(), "every motor is reported");
     Fuzzing::check(figures.loads.size() == project.loads.size(), "every load is reported");
     Fuzzing::check(!HtmlReport::document({figures}, project.tabName, SOME_DAY).isEmpty(),

@@ -63,7 +63,7 @@ Input readAll(const QStringList& files)
     return input;
 }
 
-int exitCode(const QList<ProjectFigures>& figures, bool failed)
+int exitCode(const QList<Figures>& figures, bool failed)
 {
     if (failed)
         return Batch::FAILED;
@@ -71,7 +71,7 @@ int exitCode(const QList<ProjectFigures>& figures, bool failed)
                                                                                   : Batch::LIMITS_EXCEEDED;
 }
 
-QString summaryText(const Input& input, const QList<ProjectFigures>& figures)
+QString summaryText(const Input& input, const QList<Figures>& figures)
 {
     QStringList texts;
     for (qsizetype i = 0; i < figures.size(); ++i)
@@ -80,7 +80,7 @@ QString summaryText(const Input& input, const QList<ProjectFigures>& figures)
 }
 
 /// `proyectos` and `errores` (each `archivo` and `motivo`) in the order of the command line.
-QString summaryJson(const Input& input, const QList<ProjectFigures>& figures)
+QString summaryJson(const Input& input, const QList<Figures>& figures)
 {
     QJsonArray projects;
     for (qsizetype i = 0; i < figures.size(); ++i)
@@ -97,11 +97,11 @@ QString summaryJson(const Input& input, const QList<ProjectFigures>& figures)
     return QString::fromUtf8(QJsonDocument(document).toJson(QJsonDocument::Indented));
 }
 
-QString verdictLines(const Input& input, const QList<ProjectFigures>& figures)
+QString verdictLines(const Input& input, const QList<Figures>& figures)
 {
     QString lines;
     for (qsizetype i = 0; i < figures.size(); ++i) {
-        const ProjectFigures& project = figures.at(i);
+        const Figures& project = figures.at(i);
         lines += Console::harmless(input.projects.at(i).name) + u": "_s + HtmlReport::resultWord(project)
                  + u": "_s + HtmlReport::resultReason(project);
         if (!project.isCalculable())
@@ -137,9 +137,9 @@ bool hasFailed(const ConsolidatedReport::Outcome& outcome)
 int Batch::summarize(const CommandLine& options)
 {
     const Input input = readAll(options.files);
-    QList<ProjectFigures> figures;
+    QList<Figures> figures;
     for (const NamedProject& named : input.projects)
-        figures.append(ProjectFigures::calculate(named.project));
+        figures.append(Figures::of(named.project));
 
     const bool printed =
         Console::print(options.asJson ? summaryJson(input, figures) : summaryText(input, figures));

@@ -32,13 +32,13 @@ QString shortTitle(const QString& title)
     return harmless.left(LONGEST_TITLE - 1) + u'…';
 }
 
-QString truss(const ProjectFigures& project)
+QString truss(const Figures& project)
 {
     return INDENT + u"Viga: "_s + Numbers::fixed(project.trussLength, 2) + u" m, "_s
            + decimal(project.trussSelfWeight) + u" kg/m, CPL "_s + decimal(project.limitCPL) + u" kg\n"_s;
 }
 
-QString motors(const ProjectFigures& project)
+QString motors(const Figures& project)
 {
     if (project.motors.isEmpty())
         return INDENT + u"Sin motores\n"_s;
@@ -46,15 +46,14 @@ QString motors(const ProjectFigures& project)
     TextTable table;
     table.add({u"Motor"_s, u"Posición"_s, u"En punto (kg)"_s, u"Estática (kg)"_s, u"Dinámica (kg)"_s,
                u"Capacidad (kg)"_s, u"Veredicto"_s});
-    for (const ProjectFigures::MotorFigures& motor : project.motors) {
+    for (const Figures::MotorFigures& motor : project.motors) {
         table.add({shortTitle(motor.title), motor.position, decimal(motor.atPoint), decimal(motor.staticLoad),
-                   decimal(motor.dynamicLoad), decimal(motor.capacity),
-                   ProjectFigures::verdictText(motor.verdict)});
+                   decimal(motor.dynamicLoad), decimal(motor.capacity), Figures::verdictText(motor.verdict)});
     }
     return table.text(INDENT);
 }
 
-QString conclusion(const ProjectFigures& project)
+QString conclusion(const Figures& project)
 {
     QString text = INDENT + u"Estrés: "_s + decimal(project.stress) + u" %\n"_s;
     text +=
@@ -77,20 +76,20 @@ QJsonValue number(float value)
     return std::round(static_cast<double>(value) * THOUSANDTHS) / THOUSANDTHS;
 }
 
-QString verdictKey(ProjectFigures::Verdict verdict)
+QString verdictKey(Figures::Verdict verdict)
 {
     switch (verdict) {
-    case ProjectFigures::Verdict::StaticOverload:
+    case Figures::Verdict::StaticOverload:
         return u"exceso_estatico"_s;
-    case ProjectFigures::Verdict::DynamicOverload:
+    case Figures::Verdict::DynamicOverload:
         return u"exceso_dinamico"_s;
-    case ProjectFigures::Verdict::Fits:
+    case Figures::Verdict::Fits:
         break;
     }
     return u"ok"_s;
 }
 
-QJsonObject motorObject(const ProjectFigures::MotorFigures& motor)
+QJsonObject motorObject(const Figures::MotorFigures& motor)
 {
     return {
         {u"nombre"_s, motor.title},
@@ -106,16 +105,16 @@ QJsonObject motorObject(const ProjectFigures::MotorFigures& motor)
 
 } // namespace
 
-QString Summary::text(const QString& name, const ProjectFigures& project)
+QString Summary::text(const QString& name, const Figures& project)
 {
     return Console::harmless(name) + u": "_s + Console::harmless(project.title) + u'\n' + truss(project)
            + motors(project) + conclusion(project);
 }
 
-QJsonObject Summary::json(const QString& name, const ProjectFigures& project)
+QJsonObject Summary::json(const QString& name, const Figures& project)
 {
     QJsonArray motorObjects;
-    for (const ProjectFigures::MotorFigures& motor : project.motors)
+    for (const Figures::MotorFigures& motor : project.motors)
         motorObjects.append(motorObject(motor));
     return {
         {u"archivo"_s, name},
@@ -131,7 +130,7 @@ QJsonObject Summary::json(const QString& name, const ProjectFigures& project)
     };
 }
 
-bool Summary::isWithinLimits(const ProjectFigures& project)
+bool Summary::isWithinLimits(const Figures& project)
 {
     return project.fits() && project.isCalculable();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "io/ProjectFigures.h"
+#include "engine/Figures.h"
 
 #include <QJsonObject>
 #include <QString>
@@ -10,7 +10,7 @@ namespace Summary
 {
 
 /// The truss, its motors in aligned columns, stress and stability of the project in the file `name`.
-QString text(const QString& name, const ProjectFigures& project);
+QString text(const QString& name, const Figures& project);
 
 /// The same as one object:
 ///
@@ -22,9 +22,9 @@ QString text(const QString& name, const ProjectFigures& project);
 /// - `estres_pct`, `estable`, `calculable`, `apto`.
 ///
 /// Numbers are rounded to three decimals; one that cannot be calculated is null.
-QJsonObject json(const QString& name, const ProjectFigures& project);
+QJsonObject json(const QString& name, const Figures& project);
 
 /// Everything within its limits, and everything known.
-bool isWithinLimits(const ProjectFigures& project);
+bool isWithinLimits(const Figures& project);
 
 } // namespace Summary

@@ -2,8 +2,6 @@
 
 #include "engine/Numbers.h"
 
-#include <utility>
-
 namespace
 {
 
@@ -15,28 +13,6 @@ constexpr int ARRAY_FRAME_HEIGHT = 40;
 constexpr float PIXELS_PER_SCREEN_METRE = 50.0F;
 
 } // namespace
-
-ArraySummaries summariseArrays(int selectedLoadId)
-{
-    struct Sum
-    {
-        double positions = 0.0;
-        int count = 0;
-    };
-    QHash<int, Sum> sums;
-    ArraySummaries arrays;
-    for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads)) {
-        Sum& sum = sums[load.groupId];
-        sum.positions += static_cast<double>(load.positionX);
-        ++sum.count;
-        ArraySummary& array = arrays[load.groupId];
-        if (array.width == 0.0F)
-            array.width = load.screenWidth;
-        array.selected = array.selected || (selectedLoadId != -1 && load.id == selectedLoadId);
-        array.centre = static_cast<float>(sum.positions / sum.count);
-    }
-    return arrays;
-}
 
 TrussGeometry::TrussGeometry(int width, int height, double scale, int marginX)
     : m_scale(scale)

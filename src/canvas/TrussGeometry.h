@@ -2,23 +2,8 @@
 
 #include "engine/LoadLogic.h"
 
-#include <QHash>
 #include <QPoint>
 #include <QRect>
-
-/// One LED array as the canvas sees it: all loads that share a `groupId`.
-struct ArraySummary
-{
-    float centre = 0.0F;   ///< mean position of its loads [m]
-    float width = 0.0F;    ///< the first width that is not zero among its loads [m]
-    bool selected = false; ///< one of its loads is the selected one
-};
-
-/// Arrays by `groupId`.
-using ArraySummaries = QHash<int, ArraySummary>;
-
-/// The arrays of the project in the engine; `selectedLoadId` is -1 for none.
-ArraySummaries summariseArrays(int selectedLoadId);
 
 /// Metres to pixels and back, and where things can be grabbed, for one target size.
 ///

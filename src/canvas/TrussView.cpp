@@ -46,7 +46,7 @@ bool TrussView::hasLongArray()
     qsizetype run = 0;
     int groupId = -1;
     for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads)) {
-        const bool goesOn = LoadLogic::IsScreen(load) && load.groupId == groupId;
+        const bool goesOn = Project::isScreen(load) && load.groupId == groupId;
         groupId = load.groupId;
         run = goesOn ? run + 1 : 1;
         if (run > LONG_RUN)

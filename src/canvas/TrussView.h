@@ -3,6 +3,7 @@
 #include "canvas/CanvasPalette.h"
 #include "canvas/TextLayouts.h"
 #include "canvas/TrussGeometry.h"
+#include "engine/Arrays.h"
 #include "engine/LoadLogic.h"
 
 #include <QImage>

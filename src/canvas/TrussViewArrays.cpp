@@ -71,7 +71,8 @@ void TrussView::drawArrayRun(QPainter& painter, const LoadLogic::ActiveLoad& seg
 
 std::optional<ArraySummary> TrussView::arrayOf(int groupId) const
 {
-    const ArraySummaries arrays = m_arrays ? *m_arrays : summariseArrays(selectedLoadId().value_or(-1));
+    const ArraySummaries arrays =
+        m_arrays ? *m_arrays : Arrays::summarize(LoadLogic::ActiveLoads, selectedLoadId().value_or(-1));
     const auto array = arrays.constFind(groupId);
     return array == arrays.cend() ? std::nullopt : std::optional(*array);
 }

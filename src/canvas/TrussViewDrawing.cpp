@@ -1,4 +1,5 @@
 #include "canvas/TrussView.h"
+#include "engine/Limits.h"
 #include "engine/Numbers.h"
 
 #include <QPainter>
@@ -11,8 +12,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr float FULL_STRESS = 100.0F; // [%]
-constexpr float HIGH_STRESS = 80.0F;  // [%]
 /// What remains of a truss after its whole metres gets no cross below this length [m].
 constexpr float SHORTEST_MODULE = 0.01F;
 /// From two metres a pixel on every column of pixels holds a whole metre.
@@ -39,7 +38,7 @@ const CanvasPalette& TrussView::colours(double s)
 
 void TrussView::drawScene(QPainter& painter, int W, int H, double s, Order order)
 {
-    m_arrays = summariseArrays(selectedLoadId().value_or(-1));
+    m_arrays = Arrays::summarize(LoadLogic::ActiveLoads, selectedLoadId().value_or(-1));
     drawTruss(painter, W, H, s);
     if (order == Order::MotorsFirst)
         drawMotors(painter, W, H, s);
@@ -61,12 +60,12 @@ void TrussView::drawLoads(QPainter& painter, int W, int H, double s)
 {
     const auto& loads = std::as_const(LoadLogic::ActiveLoads);
     for (auto load = loads.cbegin(); load != loads.cend();) {
-        if (!LoadLogic::IsScreen(*load)) {
+        if (!Project::isScreen(*load)) {
             drawLoad(painter, *load++, W, H, s);
             continue;
         }
         const auto end = std::find_if_not(load, loads.cend(), [load](const LoadLogic::ActiveLoad& other) {
-            return LoadLogic::IsScreen(other) && other.groupId == load->groupId;
+            return Project::isScreen(other) && other.groupId == load->groupId;
         });
         drawArrayRun(painter, *load, static_cast<int>(end - load), W, H, s);
         load = end;
@@ -75,9 +74,10 @@ void TrussView::drawLoads(QPainter& painter, int W, int H, double s)
 
 QColor TrussView::chordColour(const CanvasPalette& c)
 {
-    if (LoadLogic::isUnstable || LoadLogic::TrussStress_Percentage >= FULL_STRESS)
+    const Limits::Level level = Limits::stressLevel(LoadLogic::TrussStress_Percentage);
+    if (LoadLogic::isUnstable || level == Limits::Level::Exceeded)
         return CanvasPalette::OVERLOADED;
-    return LoadLogic::TrussStress_Percentage >= HIGH_STRESS ? CanvasPalette::NEAR_LIMIT : c.accent;
+    return level == Limits::Level::Near ? CanvasPalette::NEAR_LIMIT : c.accent;
 }
 
 void TrussView::drawTruss(QPainter& painter, int W, int H, double s)

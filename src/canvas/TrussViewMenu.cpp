@@ -81,10 +81,10 @@ void TrussView::contextMenuEvent(QContextMenuEvent* event)
 int TrussView::arrayForMenuAt(QPoint point) const
 {
     const TrussGeometry g = screenGeometry();
-    const ArraySummaries arrays = summariseArrays(-1);
+    const ArraySummaries arrays = Arrays::summarize(LoadLogic::ActiveLoads, -1);
     std::set<int> tried;
     for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads)) {
-        if (!LoadLogic::IsScreen(load) || load.groupId == -1 || !tried.insert(load.groupId).second)
+        if (!Project::isScreen(load) || load.groupId == -1 || !tried.insert(load.groupId).second)
             continue;
         if (g.arrayMenuBox(load, arrays.value(load.groupId).centre).contains(point))
             return load.groupId;

@@ -1,4 +1,5 @@
 #include "canvas/TrussView.h"
+#include "engine/Limits.h"
 #include "engine/Numbers.h"
 
 #include <QPainter>
@@ -8,29 +9,33 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr float NEAR_CAPACITY = 0.8F;
 constexpr int LABEL_TOP = 105;   // of what a motor carries, above the truss line [px]
 constexpr int LABEL_WIDTH = 90;  // [px]
 constexpr int HOOK_TOP = 51;     // of the hook block, above the truss line [px]
 constexpr int HOIST_TOP = 41;    // of the hoist block, above the truss line [px]
 constexpr int HOIST_HEIGHT = 16; // [px]
 
-float dynamicLoad(const LoadLogic::Motor& motor)
+Limits::Level levelOf(const LoadLogic::Motor& motor)
 {
-    return (motor.staticLoad + motor.selfWeight) * LoadLogic::DYNAMIC_FACTOR;
+    return Limits::motorLevel(motor.staticLoad, motor.selfWeight, motor.capacity);
 }
 
 bool isOverloaded(const LoadLogic::Motor& motor)
 {
-    return dynamicLoad(motor) > motor.capacity || motor.staticLoad > motor.capacity;
+    return levelOf(motor) == Limits::Level::Exceeded;
 }
 
 QColor statusColour(const LoadLogic::Motor& motor)
 {
-    if (isOverloaded(motor))
+    switch (levelOf(motor)) {
+    case Limits::Level::Exceeded:
         return CanvasPalette::OVERLOADED;
-    const bool nearCapacity = dynamicLoad(motor) >= NEAR_CAPACITY * motor.capacity;
-    return nearCapacity ? CanvasPalette::NEAR_LIMIT : CanvasPalette::WITHIN_LIMIT;
+    case Limits::Level::Near:
+        return CanvasPalette::NEAR_LIMIT;
+    case Limits::Level::Within:
+        break;
+    }
+    return CanvasPalette::WITHIN_LIMIT;
 }
 
 /// A rectangle of `width` × `height` whose middle column is `x`.
@@ -103,7 +108,7 @@ void TrussView::drawMotorTexts(QPainter& painter, const TrussGeometry& g, const 
     painter.setBrush(c.tagFill);
     painter.drawRect(tag);
     painter.setFont(c.tagFont);
-    m_texts.drawCentred(painter, tag, LoadLogic::MotorTitle(motor));
+    m_texts.drawCentred(painter, tag, Project::motorTitle(motor));
 
     painter.setPen(c.secondary);
     painter.setFont(c.detailFont);

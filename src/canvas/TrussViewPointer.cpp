@@ -17,7 +17,7 @@ namespace
 
 bool isArraySegment(const LoadLogic::ActiveLoad& load)
 {
-    return LoadLogic::IsScreen(load) && load.groupId != -1;
+    return Project::isScreen(load) && load.groupId != -1;
 }
 
 } // namespace
@@ -43,7 +43,7 @@ TrussView::Target TrussView::targetAt(QPoint point) const
 // An array is tried once, through its first segment in the list.
 TrussView::Target TrussView::loadTargetAt(QPoint point, const TrussGeometry& g) const
 {
-    const ArraySummaries arrays = summariseArrays(-1);
+    const ArraySummaries arrays = Arrays::summarize(LoadLogic::ActiveLoads, -1);
     std::set<int> tried;
     for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads)) {
         if (isArraySegment(load)) {
@@ -226,7 +226,7 @@ bool TrussView::isOverGrip(QPoint point) const
         if (load.type != "Video"_L1 || !tried.insert(load.groupId).second)
             continue;
         if (!arrays)
-            arrays = summariseArrays(-1);
+            arrays = Arrays::summarize(LoadLogic::ActiveLoads, -1);
         if (g.arrayBox(load, arrays->value(load.groupId).centre).contains(point))
             return true;
     }
@@ -239,7 +239,7 @@ void TrussView::askMotorPosition(LoadLogic::Motor motor)
 {
     const QPointer<TrussView> self = this;
     const std::optional<float> position =
-        askPosition(u"Motor "_s + LoadLogic::MotorTitle(motor) + u" — Posición exacta"_s, motor.positionX);
+        askPosition(u"Motor "_s + Project::motorTitle(motor) + u" — Posición exacta"_s, motor.positionX);
     const int index = LoadLogic::IndexOfMotor(motor);
     if (self.isNull() || !position || index == -1)
         return;

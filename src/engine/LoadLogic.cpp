@@ -1,73 +1,50 @@
 #include "engine/LoadLogic.h"
 
-#include "engine/Numbers.h"
+#include "engine/Edits.h"
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
 #include <utility>
-
-using namespace Qt::StringLiterals;
 
 namespace
 {
 
-/// Closer to the centre than this a position reads as the centre itself [m].
-constexpr float CENTRE_TOLERANCE = 0.001F;
-
-/// Ids beyond this do not move the counters, which leaves them a billion steps to go.
-constexpr int LARGEST_RESERVED_ID = std::numeric_limits<int>::max() / 2;
-
-int largestMotorId()
+Truss currentTruss()
 {
-    int largest = 0;
-    for (const LoadLogic::Motor& motor : std::as_const(LoadLogic::MotorList))
-        largest = std::max(largest, motor.id);
-    return largest;
+    return {LoadLogic::TrussLength, LoadLogic::TrussSelfWeight, LoadLogic::Limit_CPL};
 }
 
-/// A file may bring the largest integer as an id; then the smallest free one is taken.
-int nextMotorId()
+Edits::LoadList currentLoads()
 {
-    const int largest = largestMotorId();
-    if (largest < std::numeric_limits<int>::max())
-        return largest + 1;
-
-    int id = 1;
-    while (std::any_of(LoadLogic::MotorList.cbegin(), LoadLogic::MotorList.cend(),
-                       [id](const LoadLogic::Motor& motor) { return motor.id == id; }))
-        ++id;
-    return id;
+    return {LoadLogic::ActiveLoads, LoadLogic::TrussLength, LoadLogic::NextLoadId};
 }
 
-void raiseAbove(int& counter, int usedId)
+void keep(const Rating& rating)
 {
-    if (usedId <= LARGEST_RESERVED_ID)
-        counter = std::max(counter, usedId + 1);
+    LoadLogic::TrussStress_Percentage = rating.stress;
+    LoadLogic::isUnstable = rating.isUnstable;
 }
 
 } // namespace
 
-float LoadLogic::ClampToTruss(float x)
+void LoadLogic::CalcularReacciones()
 {
-    return std::max(0.0F, std::min(x, TrussLength)); // in this order not-a-number gives 0
+    keep(Statics::solve(currentTruss(), MotorList, ActiveLoads));
+}
+
+void LoadLogic::CalcularStressTruss()
+{
+    keep(Statics::rate(currentTruss(), MotorList, pointLoads(ActiveLoads)));
+}
+
+void LoadLogic::CalcularPesoLED()
+{
+    LED_TotalWeight =
+        Screen_Width * Bumper_Weight_Per_Meter + Screen_Height * Screen_Width * Screen_Weight_M2;
 }
 
 void LoadLogic::AddMotor(float x)
 {
-    Motor motor;
-    motor.id = nextMotorId();
-    motor.positionX = ClampToTruss(x);
-    MotorList.append(motor);
+    Edits::hangMotor(MotorList, x, TrussLength);
     CalcularReacciones();
-}
-
-int LoadLogic::PlaceLoad(ActiveLoad load)
-{
-    load.id = NextLoadId++;
-    load.positionX = ClampToTruss(load.positionX);
-    ActiveLoads.append(std::move(load));
-    return ActiveLoads.constLast().id;
 }
 
 void LoadLogic::AddLoad(float mass, float x, QString type, QString name, int groupId, float screenWidth,
@@ -87,65 +64,72 @@ void LoadLogic::AddLoad(float x)
     CalcularReacciones();
 }
 
-void LoadLogic::ReserveIds(const ProjectState& state)
+int LoadLogic::PlaceLoad(ActiveLoad load)
 {
-    for (const ActiveLoad& load : state.loads) {
-        raiseAbove(NextLoadId, load.id);
-        raiseAbove(NextGroupId, load.groupId);
-    }
+    return Edits::hangLoad(currentLoads(), std::move(load));
 }
 
-void LoadLogic::CalcularPesoLED()
+void LoadLogic::SpreadLoads(const ActiveLoad& pattern, int count)
 {
-    LED_TotalWeight =
-        Screen_Width * Bumper_Weight_Per_Meter + Screen_Height * Screen_Width * Screen_Weight_M2;
+    Edits::spreadLoads(currentLoads(), pattern, count);
+}
+
+int LoadLogic::PlaceScreen(const LedArray& screen, float centre, int groupId)
+{
+    return Edits::hangScreen(currentLoads(), screen, centre, groupId);
+}
+
+void LoadLogic::SpreadScreens(const LedArray& screen, int copies)
+{
+    Edits::spreadScreens(currentLoads(), screen, copies, NextGroupId);
+}
+
+void LoadLogic::ResizeTruss(float length)
+{
+    Edits::resizeTruss(length, TrussLength, MotorList, ActiveLoads);
+}
+
+void LoadLogic::ReserveIds(const ProjectState& project)
+{
+    Edits::reserveIds(project, NextLoadId, NextGroupId);
 }
 
 QString LoadLogic::formatCoordinate(float x)
 {
-    const float fromCentre = x - TrussLength * 0.5F;
-    if (std::abs(fromCentre) < CENTRE_TOLERANCE)
-        return u"0.00m"_s;
+    return Project::formatCoordinate(x, TrussLength);
+}
 
-    const QString sign = fromCentre > CENTRE_TOLERANCE ? u"+"_s : QString();
-    return sign + Numbers::fixed(fromCentre, 2) + u'm';
+float LoadLogic::ClampToTruss(float x)
+{
+    return Project::clampToTruss(x, TrussLength);
 }
 
 int LoadLogic::IndexOfMotor(const Motor& motor)
 {
-    int sameId = -1;
-    for (qsizetype i = 0; i < MotorList.size(); ++i) {
-        const Motor& candidate = MotorList.at(i);
-        if (candidate.id != motor.id)
-            continue;
-        if (candidate.positionX == motor.positionX)
-            return static_cast<int>(i);
-        if (sameId < 0)
-            sameId = static_cast<int>(i);
-    }
-    return sameId;
+    return Project::indexOfMotor(MotorList, motor);
 }
 
 LoadLogic::ActiveLoad* LoadLogic::FindLoad(int id)
 {
-    if (id == -1)
-        return nullptr;
-    const auto found = std::find_if(ActiveLoads.cbegin(), ActiveLoads.cend(),
-                                    [id](const ActiveLoad& load) { return load.id == id; });
-    return found == ActiveLoads.cend() ? nullptr : &ActiveLoads[found - ActiveLoads.cbegin()];
+    const qsizetype index = Project::indexOfLoad(ActiveLoads, id);
+    return index < 0 ? nullptr : &ActiveLoads[index];
 }
 
-QString LoadLogic::MotorTitle(const Motor& motor)
+LoadLogic::ProjectState LoadLogic::Snapshot()
 {
-    return motor.modelName.isEmpty() ? u'M' + QString::number(motor.id) : motor.modelName;
+    ProjectState state;
+    state.trussLength = TrussLength;
+    state.trussSelfWeight = TrussSelfWeight;
+    state.limitCPL = Limit_CPL;
+    state.ledTotalWeight = LED_TotalWeight;
+    state.trussStressPercentage = TrussStress_Percentage;
+    state.isUnstable = isUnstable;
+    state.motors = MotorList;
+    state.loads = ActiveLoads;
+    return state;
 }
 
-bool LoadLogic::IsScreen(const ActiveLoad& load)
-{
-    return load.type == "Video_Segment"_L1 || load.type == "Video"_L1;
-}
-
-void LoadLogic::Load(const ProjectState& state)
+void LoadLogic::MakeCurrent(const ProjectState& state)
 {
     TrussLength = state.trussLength;
     TrussSelfWeight = state.trussSelfWeight;
@@ -154,22 +138,26 @@ void LoadLogic::Load(const ProjectState& state)
     ActiveLoads = state.loads;
 }
 
-EngineLoan::EngineLoan()
+void LoadLogic::Reset()
 {
-    m_state.trussLength = LoadLogic::TrussLength;
-    m_state.trussSelfWeight = LoadLogic::TrussSelfWeight;
-    m_state.limitCPL = LoadLogic::Limit_CPL;
-    m_state.ledTotalWeight = LoadLogic::LED_TotalWeight;
-    m_state.trussStressPercentage = LoadLogic::TrussStress_Percentage;
-    m_state.isUnstable = LoadLogic::isUnstable;
-    m_state.motors = LoadLogic::MotorList;
-    m_state.loads = LoadLogic::ActiveLoads;
+    const ProjectState fresh;
+    MakeCurrent(fresh);
+    Screen_Width = fresh.screenWidth;
+    Screen_Height = fresh.screenHeight;
+    Screen_Weight_M2 = fresh.screenWeightM2;
+    Bumper_Weight_Per_Meter = fresh.bumperWeightPerMeter;
+    LED_TotalWeight = fresh.ledTotalWeight;
+    keep({});
+}
+
+EngineLoan::EngineLoan()
+    : m_state(LoadLogic::Snapshot())
+{
 }
 
 EngineLoan::~EngineLoan()
 {
-    LoadLogic::Load(m_state);
+    LoadLogic::MakeCurrent(m_state);
     LoadLogic::LED_TotalWeight = m_state.ledTotalWeight;
-    LoadLogic::TrussStress_Percentage = m_state.trussStressPercentage;
-    LoadLogic::isUnstable = m_state.isUnstable;
+    keep({m_state.trussStressPercentage, m_state.isUnstable});
 }

@@ -1,77 +1,25 @@
 #pragma once
 
-#include <QList>
-#include <QString>
+#include "engine/Project.h"
+#include "engine/Statics.h"
 
-#include <optional>
+struct LedArray;
 
-/// The structural engine: the one project that is currently shown, and the results of its last
-/// calculation.
+/// The project that is being edited, and the results of its last calculation.
 ///
 /// Positions are metres along the truss from its LEFT end, 0 to `TrussLength`; only texts are
 /// relative to the centre (`formatCoordinate`). Masses and forces are kilograms, positive
 /// downwards on the truss and upwards in a motor's chain. All state is class-level: there is one
-/// current project in the process, it belongs to the current tab, and every part of the program
-/// reads and writes it directly. Whoever borrows the engine for another project holds an
-/// `EngineLoan` meanwhile.
+/// current project in the process, and it belongs to the current tab. Only the window's slots and
+/// the canvas widget read and write it; everything else takes a project as a value.
 ///
-/// The engine reports no errors: numbers that cannot be used give results of zero.
+/// Unusable numbers are no errors here: they give results of zero.
 class LoadLogic
 {
 public: // records
-    /// One hanging point: a chain-hoist motor.
-    struct Motor
-    {
-        int id = 0;                                  ///< unique within the project
-        QString modelName = QStringLiteral("Motor"); ///< shown as "M" and the id when empty
-        float positionX = 0.0F;                      ///< [m] from the left end
-        float staticLoad = 0.0F;                     ///< result: what hangs on it [kg]
-        float totalLoad = 0.0F;                      ///< result: staticLoad + selfWeight [kg]
-        float capacity = 1000.0F;                    ///< working load limit [kg]
-        float selfWeight = 50.0F;                    ///< the hoist's own weight [kg]
-    };
-
-    /// One load on the truss: a point load, or one segment of an LED screen array.
-    struct ActiveLoad
-    {
-        int id = 0;                                ///< unique for the run of the program
-        float mass = 500.0F;                       ///< [kg]
-        float positionX = 0.0F;                    ///< [m] from the left end
-        QString type = QStringLiteral("Standard"); ///< "Standard", "Audio", "Video_Segment" …
-        QString name = QStringLiteral("Carga");    ///< shown as "L" and the id when empty
-        int groupId = -1;                          ///< the array it belongs to, -1 for none
-        float screenWidth = 0.0F;                  ///< of the whole array [m]
-        float screenHeight = 0.0F;                 ///< [m]
-        float screenWeightM2 = 0.0F;               ///< [kg/m²]
-        float bumperWeightPerMeter = 0.0F;         ///< flying bar [kg/m]
-        float cableWeightPercent = 7.0F;           ///< allowance on the screen's weight [%]
-    };
-
-    /// Snapshot of one whole project, as kept for each tab and for each undo step. The defaults
-    /// are those of a new project.
-    struct ProjectState
-    {
-        QString tabName = QStringLiteral("Proyecto");
-        float trussLength = 12.0F;          ///< [m]
-        float trussSelfWeight = 8.4F;       ///< [kg/m]
-        float limitCPL = 1600.0F;           ///< maximum central point load [kg]
-        float screenWidth = 4.0F;           ///< [m]
-        float screenHeight = 3.0F;          ///< [m]
-        float screenWeightM2 = 40.0F;       ///< [kg/m²]
-        float bumperWeightPerMeter = 10.0F; ///< [kg/m]
-        float cableWeightPercent = 7.0F;    ///< [%]
-        float ledTotalWeight = 0.0F;        ///< [kg]
-        float trussStressPercentage = 0.0F; ///< [%]
-        bool isUnstable = false;
-        QList<Motor> motors;
-        QList<ActiveLoad> loads;
-        int selectedLoadId = -1;  ///< -1 for none
-        int projectCounter = 100; ///< carried along unchanged
-    };
-
-public: // constants
-    /// What a load grows by while its motors start and stop (DGUV V17/18), without a unit.
-    static constexpr float DYNAMIC_FACTOR = 1.25F;
+    using Motor = ::Motor;
+    using ActiveLoad = ::ActiveLoad;
+    using ProjectState = ::ProjectState;
 
 public:                                                  // the current project
     static inline float TrussLength = 12.0F;             ///< [m]
@@ -92,12 +40,10 @@ public: // process-wide counters; they only ever grow
     static inline int NextGroupId = 100;
 
 public: // calculation
-    /// Shares everything that hangs on the truss among the motors: writes every motor's
-    /// `staticLoad` and `totalLoad`, sorts `MotorList` by position and refreshes the stress.
-    /// Two motors at one place with a load exactly there both get not-a-number.
+    /// `Statics::solve` for the current project: writes every motor's `staticLoad` and `totalLoad`,
+    /// sorts `MotorList` by position and refreshes the rating.
     static void CalcularReacciones();
-    /// Rates the truss: writes `TrussStress_Percentage` [%] and `isUnstable`. A length or a CPL
-    /// of 0.01 or less, or no motors, gives 0 % and stable; an unstable truss is rated 0 %.
+    /// `Statics::rate` for the current project: writes `TrussStress_Percentage` [%] and `isUnstable`.
     static void CalcularStressTruss();
     /// Sets `LED_TotalWeight` [kg] from the screen statics, without the cable allowance.
     static void CalcularPesoLED();
@@ -111,32 +57,36 @@ public: // placing
                         float cableWeightPercent);
     /// Hangs a standard load of 500 kg named "Carga" at `x` [m] and recalculates.
     static void AddLoad(float x);
-    /// Gives `load` the next id, clamps its position to the truss and appends it, without
-    /// recalculating: for whoever adds many and recalculates once. Returns the id.
+
+public: // edits; they calculate nothing, see `Edits`
+    /// Hangs `load`, clamped to the truss, under the next id; returns the id.
     static int PlaceLoad(ActiveLoad load);
-    /// Moves both counters past the ids that `state` uses, so that what is added later never
-    /// shares an id or a group with what a file brought along. Ids beyond half the integers are
-    /// left alone, so that the counters cannot overflow.
-    static void ReserveIds(const ProjectState& state);
+    static void SpreadLoads(const ActiveLoad& pattern, int count);
+    /// Hangs `screen` centred at `centre` [m] as the array `groupId`; returns the id of its first segment.
+    static int PlaceScreen(const LedArray& screen, float centre, int groupId);
+    static void SpreadScreens(const LedArray& screen, int copies);
+    /// Gives the truss the length `length` [m]; motors and loads follow.
+    static void ResizeTruss(float length);
+    static void ReserveIds(const ProjectState& project);
 
 public: // queries
     /// The position `x` [m] as the user reads it: relative to the centre, "+1.50m", "0.00m".
     static QString formatCoordinate(float x);
     /// `x` [m] brought into 0 to `TrussLength`; 0 where the truss has no length.
     static float ClampToTruss(float x);
-    /// Where `motor` now stands in `MotorList`: the one with its id and position, else the first
-    /// with its id, else -1. Opened files may repeat an id, hence the position.
+    /// Where `motor` now stands in `MotorList`; see `Project::indexOfMotor`.
     static int IndexOfMotor(const Motor& motor);
     /// The first load with this id, or nothing; -1 stands for no load. Invalid once `ActiveLoads` changes.
     static ActiveLoad* FindLoad(int id);
-    /// What a motor is called: its model name, or "M" and its id when that is empty.
-    static QString MotorTitle(const Motor& motor);
-    /// True for the type words of a screen: exactly "Video" or "Video_Segment".
-    static bool IsScreen(const ActiveLoad& load);
 
 public: // snapshots
+    /// The truss, the motors, the loads, the screen's weight and the results. The values that a screen
+    /// is made with stand in fields of the window; here they keep their defaults.
+    static ProjectState Snapshot();
     /// Makes the truss, motors and loads of `state` the current ones; calculates nothing.
-    static void Load(const ProjectState& state);
+    static void MakeCurrent(const ProjectState& state);
+    /// As when the program starts, without motors and loads; only the counters of ids go on.
+    static void Reset();
 };
 
 /// Gives the engine back: keeps the current project and its results from construction to

@@ -1,7 +1,5 @@
 #include "engine/PointLoads.h"
 
-#include "engine/LoadLogic.h"
-
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -37,13 +35,13 @@ std::size_t digit(const PointLoad& load, std::size_t index)
 
 } // namespace
 
-PointLoads currentPointLoads()
+PointLoads pointLoads(const QList<ActiveLoad>& loads)
 {
-    PointLoads loads;
-    loads.reserve(static_cast<std::size_t>(LoadLogic::ActiveLoads.size()));
-    for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads))
-        loads.push_back({load.positionX, load.mass});
-    return loads;
+    PointLoads gathered;
+    gathered.reserve(static_cast<std::size_t>(loads.size()));
+    for (const ActiveLoad& load : loads)
+        gathered.push_back({load.positionX, load.mass});
+    return gathered;
 }
 
 bool isLeftOf(float a, float b)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/Project.h"
+
 #include <vector>
 
 /// What the statics need of a load, close together in memory: a load's whole record is ten times as
@@ -12,15 +14,11 @@ struct PointLoad
 
 using PointLoads = std::vector<PointLoad>;
 
-/// The loads of the current project, in the order of their creation.
-PointLoads currentPointLoads();
+/// `loads` as the statics need them, in their order.
+PointLoads pointLoads(const QList<ActiveLoad>& loads);
 
 /// True if `a` is left of `b` [m]. What is not a number comes last, so that sorting stays defined.
 bool isLeftOf(float a, float b);
 
 /// Sorts by position, left to right as `isLeftOf` tells; loads at one place keep their order.
 void sortByPosition(PointLoads& loads);
-
-/// What `LoadLogic::CalcularStressTruss` does, for whoever has gathered the loads of the current
-/// project already, in any order.
-void rateTruss(PointLoads loads);

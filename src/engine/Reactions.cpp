@@ -1,5 +1,4 @@
-#include "engine/LoadLogic.h"
-#include "engine/PointLoads.h"
+#include "engine/Statics.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,14 +8,14 @@
 namespace
 {
 
-bool standsLeftOf(const LoadLogic::Motor& a, const LoadLogic::Motor& b)
+bool standsLeftOf(const Motor& a, const Motor& b)
 {
     return isLeftOf(a.positionX, b.positionX);
 }
 
 /// The usual list is sorted already; motors at one place keep their order, so that a selection
 /// by index does not jump between them.
-void sortByPosition(QList<LoadLogic::Motor>& motors)
+void sortByPosition(QList<Motor>& motors)
 {
     if (!std::is_sorted(motors.cbegin(), motors.cend(), standsLeftOf))
         std::stable_sort(motors.begin(), motors.end(), standsLeftOf);
@@ -87,28 +86,39 @@ void hangTruss(Supports& supports, float trussLength, float weightPerMetre)
 
 // Source: statics of the simply supported beam, applied to each span on its own. Loads outside the
 // outermost motors go whole to the nearest one; there is no continuous-beam coupling between spans.
-void LoadLogic::CalcularReacciones()
+Rating Statics::solve(const Truss& truss, QList<Motor>& motors, const QList<ActiveLoad>& loads)
 {
-    if (MotorList.isEmpty()) {
-        CalcularStressTruss();
-        return;
-    }
+    if (motors.isEmpty())
+        return {};
 
-    sortByPosition(MotorList);
+    sortByPosition(motors);
     Supports supports;
-    for (const Motor& motor : std::as_const(MotorList))
+    for (const Motor& motor : std::as_const(motors))
         supports.positions.push_back(motor.positionX);
     supports.loads.resize(supports.positions.size());
 
-    PointLoads loads = currentPointLoads();
-    for (const PointLoad& load : loads)
+    PointLoads gathered = pointLoads(loads);
+    for (const PointLoad& load : gathered)
         hangLoad(supports, load);
-    hangTruss(supports, TrussLength, TrussSelfWeight);
+    hangTruss(supports, truss.length, truss.selfWeight);
 
     auto support = supports.loads.cbegin();
-    for (Motor& motor : MotorList) {
+    for (Motor& motor : motors) {
         motor.staticLoad = *support++;
         motor.totalLoad = motor.staticLoad + motor.selfWeight;
     }
-    rateTruss(std::move(loads));
+    return rate(truss, motors, std::move(gathered));
+}
+
+Truss Statics::trussOf(const ProjectState& project)
+{
+    return {project.trussLength, project.trussSelfWeight, project.limitCPL};
+}
+
+ProjectState Statics::solved(ProjectState project)
+{
+    const Rating rating = solve(trussOf(project), project.motors, project.loads);
+    project.trussStressPercentage = rating.stress;
+    project.isUnstable = rating.isUnstable;
+    return project;
 }

@@ -1,6 +1,6 @@
-#include "engine/LoadLogic.h"
+#include "engine/Limits.h"
 #include "engine/Numbers.h"
-#include "engine/PointLoads.h"
+#include "engine/Statics.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,8 +13,6 @@ namespace
 
 /// Below this a truss has no length [m] or no rating [kg] to be compared with.
 constexpr float SMALLEST_RATED = 0.01F;
-/// An overhang longer than this share of the truss tips it over.
-constexpr float LARGEST_OVERHANG_SHARE = 0.45F;
 /// Spans shorter than this are one hanging point, overhangs up to this are none [m].
 constexpr float SHORTEST_SPAN = 0.05F;
 /// An overhang is rated against this share of the reference moment …
@@ -22,18 +20,18 @@ constexpr double CANTILEVER_SHARE = 0.5;
 /// … but never against less than this [kg·m].
 constexpr double SMALLEST_CANTILEVER_MOMENT = 1.0;
 
-std::vector<float> sortedMotorPositions()
+std::vector<float> sortedPositions(const QList<Motor>& motors)
 {
     std::vector<float> positions;
-    positions.reserve(static_cast<std::size_t>(LoadLogic::MotorList.size()));
-    for (const LoadLogic::Motor& motor : std::as_const(LoadLogic::MotorList))
+    positions.reserve(static_cast<std::size_t>(motors.size()));
+    for (const Motor& motor : motors)
         positions.push_back(motor.positionX);
     std::sort(positions.begin(), positions.end(), isLeftOf);
     return positions;
 }
 
-/// The loads strictly between `a` and `b`, as a range of `loads`; a `b` that is not a number stands for
-/// the end of the world.
+/// The loads strictly between `a` and `b`, as a range of `loads`; a `b` that is not a number lies right
+/// of every load that has a place.
 std::pair<PointLoads::const_iterator, PointLoads::const_iterator> loadsBetween(const PointLoads& loads,
                                                                                float a, float b)
 {
@@ -109,14 +107,14 @@ double largestSpanMoment(const std::vector<float>& motors, const PointLoads& loa
     return largest;
 }
 
-double largestOverhangMoment(float first, float last, const PointLoads& loads, double w)
+double largestOverhangMoment(float first, float last, float trussLength, const PointLoads& loads, double w)
 {
     double largest = 0.0;
     if (first > SHORTEST_SPAN) {
         const auto end = loadsBetween(loads, -std::numeric_limits<float>::infinity(), first).second;
         largest = std::max(largest, overhangMoment(loads.cbegin(), end, first, first, w));
     }
-    const float length = LoadLogic::TrussLength - last;
+    const float length = trussLength - last;
     if (length > SHORTEST_SPAN) {
         const auto [begin, end] = loadsBetween(loads, last, std::numeric_limits<float>::quiet_NaN());
         largest = std::max(largest, overhangMoment(begin, end, last, length, w));
@@ -126,37 +124,28 @@ double largestOverhangMoment(float first, float last, const PointLoads& loads, d
 
 } // namespace
 
-void LoadLogic::CalcularStressTruss()
-{
-    rateTruss(currentPointLoads());
-}
-
 // Every span is rated against M_ref = L·CPL / 4, the moment of the maximum central point load on a
 // truss simply supported at its ends; an overhang against half of that. Both references are those
-// of the whole truss, on purpose: they are what the maker's rating vouches for.
-void rateTruss(PointLoads loads)
+// of the whole truss, however short the span or the overhang.
+Rating Statics::rate(const Truss& truss, const QList<Motor>& motors, PointLoads loads)
 {
-    const float length = LoadLogic::TrussLength;
-    const float rating = LoadLogic::Limit_CPL;
-    LoadLogic::TrussStress_Percentage = 0.0F;
-    LoadLogic::isUnstable = false;
-    if (length <= SMALLEST_RATED || rating <= SMALLEST_RATED || LoadLogic::MotorList.isEmpty())
-        return;
+    if (truss.length <= SMALLEST_RATED || truss.limitCPL <= SMALLEST_RATED || motors.isEmpty())
+        return {};
 
-    const std::vector<float> motors = sortedMotorPositions();
-    const float longestOverhang = LARGEST_OVERHANG_SHARE * length;
-    LoadLogic::isUnstable = motors.front() > longestOverhang || length - motors.back() > longestOverhang;
-    if (LoadLogic::isUnstable)
-        return;
+    const std::vector<float> supports = sortedPositions(motors);
+    const float longestOverhang = Limits::LARGEST_OVERHANG_SHARE * truss.length;
+    if (supports.front() > longestOverhang || truss.length - supports.back() > longestOverhang)
+        return {0.0F, true};
 
     sortByPosition(loads);
-    const double w = static_cast<double>(LoadLogic::TrussSelfWeight);
-    const double referenceMoment = static_cast<double>(length) * static_cast<double>(rating) * 0.25;
+    const double w = static_cast<double>(truss.selfWeight);
+    const double referenceMoment =
+        static_cast<double>(truss.length) * static_cast<double>(truss.limitCPL) * 0.25;
     const double cantileverMoment = std::max(SMALLEST_CANTILEVER_MOMENT, CANTILEVER_SHARE * referenceMoment);
 
-    const double spans = largestSpanMoment(motors, loads, w) / referenceMoment;
+    const double spans = largestSpanMoment(supports, loads, w) / referenceMoment;
     const double overhangs =
-        largestOverhangMoment(motors.front(), motors.back(), loads, w) / cantileverMoment;
+        largestOverhangMoment(supports.front(), supports.back(), truss.length, loads, w) / cantileverMoment;
     // Starting from 0, what is not a number (infinite moment by infinite rating) rates nothing.
-    LoadLogic::TrussStress_Percentage = Numbers::toSingle(std::max({0.0, spans, overhangs}) * 100.0);
+    return {Numbers::toSingle(std::max({0.0, spans, overhangs}) * 100.0), false};
 }

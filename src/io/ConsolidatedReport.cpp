@@ -30,16 +30,18 @@ QByteArray drawing(TrussView& view)
 
 struct Drawn
 {
-    ProjectFigures figures;
+    Figures figures;
     QByteArray jpeg;
 };
 
 Drawn draw(const LoadLogic::ProjectState& project, TrussView& view)
 {
     const EngineLoan loan;
-    LoadLogic::Load(project);
+    LoadLogic::MakeCurrent(project);
     LoadLogic::CalcularReacciones();
-    return {ProjectFigures::collect(project.tabName), drawing(view)};
+    ProjectState solved = LoadLogic::Snapshot();
+    solved.tabName = project.tabName;
+    return {Figures::ofSolved(solved), drawing(view)};
 }
 
 } // namespace

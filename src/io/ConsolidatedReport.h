@@ -1,7 +1,7 @@
 #pragma once
 
+#include "engine/Figures.h"
 #include "engine/LoadLogic.h"
-#include "io/ProjectFigures.h"
 
 #include <QDateTime>
 #include <QList>
@@ -34,7 +34,7 @@ struct Outcome
 {
     Status status = Status::Written;
     QString path; ///< of the HTML document
-    QList<ProjectFigures> figures;
+    QList<Figures> figures;
     QStringList missingDrawings; ///< paths of those that could not be saved
 };
 

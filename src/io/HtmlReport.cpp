@@ -82,32 +82,32 @@ QString tableHead(const QStringList& titles)
 const QString TABLE_END = u"</tbody></table>"_s;
 const QString SECTION_INDENT = u"\n      "_s;
 
-QString motorStatus(ProjectFigures::Verdict verdict)
+QString motorStatus(Figures::Verdict verdict)
 {
     switch (verdict) {
-    case ProjectFigures::Verdict::StaticOverload:
+    case Figures::Verdict::StaticOverload:
         return u"SOBRECARGA ESTÁTICA"_s;
-    case ProjectFigures::Verdict::DynamicOverload:
+    case Figures::Verdict::DynamicOverload:
         return u"SOBRECARGA DINÁMICA"_s;
-    case ProjectFigures::Verdict::Fits:
+    case Figures::Verdict::Fits:
         break;
     }
     return u"OK"_s;
 }
 
-QString motorTable(const ProjectFigures& project)
+QString motorTable(const Figures& project)
 {
     QString html = tableHead({u"ID / Motor"_s, u"POS (m)"_s, u"CAPACIDAD MOTOR"_s, u"PESO MOTOR"_s,
                               u"TOTAL EN PUNTO"_s, u"ESTÁTICA"_s, u"DINÁMICA"_s, u"ESTADO"_s});
-    for (const ProjectFigures::MotorFigures& motor : project.motors) {
+    for (const Figures::MotorFigures& motor : project.motors) {
         html += row({motor.title, motor.position, decimal(motor.capacity), decimal(motor.selfWeight),
                      decimal(motor.atPoint), decimal(motor.staticLoad), decimal(motor.dynamicLoad)},
-                    motor.verdict == ProjectFigures::Verdict::Fits, motorStatus(motor.verdict));
+                    motor.verdict == Figures::Verdict::Fits, motorStatus(motor.verdict));
     }
     return html + TABLE_END;
 }
 
-QString arrayTable(const ProjectFigures& project)
+QString arrayTable(const Figures& project)
 {
     if (project.arrays.isEmpty())
         return {};
@@ -115,7 +115,7 @@ QString arrayTable(const ProjectFigures& project)
     QString html =
         u"<h4>ESPECIFICACIONES TÉCNICAS: PANTALLAS LED</h4>"_s
         + tableHead({u"Array ID"_s, u"Dimensiones"_s, u"Construcción"_s, u"Cables"_s, u"Peso Total"_s});
-    for (const ProjectFigures::ArrayFigures& array : project.arrays) {
+    for (const Figures::ArrayFigures& array : project.arrays) {
         html += u"<tr><td>LED Array ("_s + QString::number(array.number) + u")</td><td>"_s
                 + decimal(array.width) + u"m x "_s + decimal(array.height) + u"m</td><td>"_s
                 + decimal(array.weightM2) + u" kg/m² + "_s + decimal(array.bumperWeightPerMeter)
@@ -125,17 +125,17 @@ QString arrayTable(const ProjectFigures& project)
     return html + TABLE_END + SECTION_INDENT;
 }
 
-QString loadTitle(const ProjectFigures::LoadFigures& load)
+QString loadTitle(const Figures::LoadFigures& load)
 {
     return load.isSegment ? u"Segment LED (Array "_s + QString::number(load.arrayNumber) + u')' : load.title;
 }
 
-QString loadTable(const ProjectFigures& project)
+QString loadTable(const Figures& project)
 {
     QString html = tableHead({u"Nombre de Carga"_s, u"POS (m)"_s, u"Masa (kg)"_s, u"Tipo"_s, u"Total (kg)"_s,
                               u"-"_s, u"Estado"_s});
     const bool isOk = !project.isTrussOverloaded();
-    for (const ProjectFigures::LoadFigures& load : project.loads) {
+    for (const Figures::LoadFigures& load : project.loads) {
         const QString mass = decimal(load.mass) + u" kg"_s;
         html += row({loadTitle(load), load.position, mass, load.isSegment ? u"Segmento LED"_s : u"Puntual"_s,
                      mass, u"-"_s},
@@ -144,13 +144,13 @@ QString loadTable(const ProjectFigures& project)
     return html + TABLE_END;
 }
 
-QString partialResult(const ProjectFigures& project)
+QString partialResult(const Figures& project)
 {
     return u"<span class='"_s + statusClass(project.fits()) + u"'>"_s + HtmlReport::resultWord(project)
            + u"</span>: "_s + HtmlReport::resultReason(project);
 }
 
-QString section(const ProjectFigures& project, qsizetype index)
+QString section(const Figures& project, qsizetype index)
 {
     const QStringList lines{
         u"<div class='project-section'>"_s,
@@ -166,19 +166,19 @@ QString section(const ProjectFigures& project, qsizetype index)
     return SECTION_INDENT + lines.join(SECTION_INDENT);
 }
 
-QString globalVerdict(const QList<ProjectFigures>& projects)
+QString globalVerdict(const QList<Figures>& projects)
 {
     const bool fits = std::all_of(projects.cbegin(), projects.cend(),
-                                  [](const ProjectFigures& project) { return project.fits(); });
+                                  [](const Figures& project) { return project.fits(); });
     return fits ? u"<h2 class='status-ok'>✅ CONFIGURACIÓN GLOBAL APTA</h2>"_s
                 : u"<h2 class='status-error'>❌ CONFIGURACIÓN GLOBAL CON RIESGOS</h2>"_s;
 }
 
 /// Advice in the order of the projects; two projects with one fault give it twice.
-QString recommendations(const QList<ProjectFigures>& projects)
+QString recommendations(const QList<Figures>& projects)
 {
     QString items;
-    for (const ProjectFigures& project : projects) {
+    for (const Figures& project : projects) {
         if (project.isOverstressed())
             items += u"<li>"_s + STRESS_ADVICE + u"</li>"_s;
         if (project.isUnstable)
@@ -190,7 +190,7 @@ QString recommendations(const QList<ProjectFigures>& projects)
            + u"</ul></div>"_s;
 }
 
-QString globalSummary(const QList<ProjectFigures>& projects)
+QString globalSummary(const QList<Figures>& projects)
 {
     return u"<div class='global-summary'>"_s + globalVerdict(projects) + u"<p>Este informe agrupa "_s
            + QString::number(projects.size())
@@ -199,7 +199,7 @@ QString globalSummary(const QList<ProjectFigures>& projects)
 
 } // namespace
 
-QString HtmlReport::document(const QList<ProjectFigures>& projects, const QString& currentTitle,
+QString HtmlReport::document(const QList<Figures>& projects, const QString& currentTitle,
                              const QDateTime& generated)
 {
     QString sections;
@@ -223,14 +223,14 @@ QString HtmlReport::reportName(const QDateTime& generated)
     return u"informe_rigging_"_s + generated.toString(u"yyyyMMdd_HHmmss"_s) + u".html"_s;
 }
 
-QString HtmlReport::resultWord(const ProjectFigures& project)
+QString HtmlReport::resultWord(const Figures& project)
 {
     if (project.isUnstable)
         return u"NO APTO (INESTABLE)"_s;
     return project.fits() ? u"APTO"_s : u"NO APTO"_s;
 }
 
-QString HtmlReport::resultReason(const ProjectFigures& project)
+QString HtmlReport::resultReason(const Figures& project)
 {
     if (project.isUnstable)
         return u"Error de voladizo."_s;

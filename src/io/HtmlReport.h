@@ -1,6 +1,6 @@
 #pragma once
 
-#include "io/ProjectFigures.h"
+#include "engine/Figures.h"
 
 #include <QDateTime>
 #include <QList>
@@ -16,8 +16,7 @@ namespace HtmlReport
 /// The document: a section for each of `projects`, a global verdict, the recommendations of all.
 /// `currentTitle` stands in the heading. It refers to each drawing by `drawingName`, so both must
 /// lie in one folder.
-QString document(const QList<ProjectFigures>& projects, const QString& currentTitle,
-                 const QDateTime& generated);
+QString document(const QList<Figures>& projects, const QString& currentTitle, const QDateTime& generated);
 
 /// File name of the drawing of the project at `index`, counted from 0.
 QString drawingName(qsizetype index);
@@ -26,8 +25,8 @@ QString drawingName(qsizetype index);
 QString reportName(const QDateTime& generated);
 
 /// The verdict on one project: "NO APTO (INESTABLE)", "NO APTO" or "APTO".
-QString resultWord(const ProjectFigures& project);
+QString resultWord(const Figures& project);
 /// What `resultWord` is followed by: why.
-QString resultReason(const ProjectFigures& project);
+QString resultReason(const Figures& project);
 
 } // namespace HtmlReport

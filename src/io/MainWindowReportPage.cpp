@@ -13,13 +13,13 @@ constexpr int DESIGN_PAGE = 0;
 constexpr int REPORT_PAGE = 1;
 
 /// Nothing when the user cancelled.
-std::optional<QList<ProjectFigures>> calculateAll(const QList<LoadLogic::ProjectState>& projects,
-                                                  ReportProgress& progress)
+std::optional<QList<Figures>> calculateAll(const QList<LoadLogic::ProjectState>& projects,
+                                           ReportProgress& progress)
 {
-    QList<ProjectFigures> figures;
+    QList<Figures> figures;
     figures.reserve(projects.size());
     for (const LoadLogic::ProjectState& project : projects) {
-        figures.append(ProjectFigures::calculate(project));
+        figures.append(Figures::of(project));
         if (!progress.advance(figures.size()))
             return std::nullopt;
     }
@@ -43,7 +43,7 @@ void MainWindow::onGenerateReportClicked()
     m_reportPage->clear();
 
     ReportProgress progress(this, reported.size());
-    const std::optional<QList<ProjectFigures>> figures = calculateAll(reported, progress);
+    const std::optional<QList<Figures>> figures = calculateAll(reported, progress);
     settleEngine();
     if (figures)
         m_reportPage->fill(*figures);

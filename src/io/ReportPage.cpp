@@ -104,13 +104,13 @@ void ReportPage::clear()
     m_table->setRowCount(0);
 }
 
-void ReportPage::fill(const QList<ProjectFigures>& projects)
+void ReportPage::fill(const QList<Figures>& projects)
 {
     clear();
     ReportTable(*m_table).add(projects);
 
     const bool allFit = std::all_of(projects.cbegin(), projects.cend(),
-                                    [](const ProjectFigures& project) { return project.fits(); });
+                                    [](const Figures& project) { return project.fits(); });
     QString text = CERTIFICATE_TEXT;
     text.replace(u'\n', u"<br>"_s);
     m_certificate->setTextFormat(Qt::RichText);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "io/ProjectFigures.h"
+#include "engine/Figures.h"
 
 #include <QList>
 #include <QWidget>
@@ -30,7 +30,7 @@ public: // commands
     /// Empties the table.
     void clear();
     /// Shows `projects` instead of what the page showed before.
-    void fill(const QList<ProjectFigures>& projects);
+    void fill(const QList<Figures>& projects);
 
 signals:
     void backClicked();

@@ -22,7 +22,7 @@ QString decimal(float value)
 }
 
 /// Bands and rows that `project` takes.
-int rowCount(const ProjectFigures& project)
+int rowCount(const Figures& project)
 {
     qsizetype rows = 1 + project.motors.size();
     if (!project.arrays.isEmpty())
@@ -40,18 +40,18 @@ ReportTable::ReportTable(QTableWidget& table)
 {
 }
 
-void ReportTable::add(const QList<ProjectFigures>& projects)
+void ReportTable::add(const QList<Figures>& projects)
 {
     int rows = m_nextRow;
-    for (const ProjectFigures& project : projects)
+    for (const Figures& project : projects)
         rows += rowCount(project);
     m_table.setRowCount(rows);
 
-    for (const ProjectFigures& project : projects)
+    for (const Figures& project : projects)
         addProject(project);
 }
 
-void ReportTable::addProject(const ProjectFigures& project)
+void ReportTable::addProject(const Figures& project)
 {
     const QColor blue(0, 191, 255);
     QTableWidgetItem* band =
@@ -67,16 +67,16 @@ void ReportTable::addProject(const ProjectFigures& project)
     addLoads(project);
 }
 
-void ReportTable::addMotors(const ProjectFigures& project)
+void ReportTable::addMotors(const Figures& project)
 {
-    for (const ProjectFigures::MotorFigures& motor : project.motors) {
+    for (const Figures::MotorFigures& motor : project.motors) {
         addRow({motor.title, motor.position, decimal(motor.capacity), decimal(motor.selfWeight),
                 decimal(motor.atPoint), decimal(motor.staticLoad), decimal(motor.dynamicLoad)},
-               ProjectFigures::verdictText(motor.verdict), motor.verdict == ProjectFigures::Verdict::Fits);
+               Figures::verdictText(motor.verdict), motor.verdict == Figures::Verdict::Fits);
     }
 }
 
-void ReportTable::addArrays(const ProjectFigures& project)
+void ReportTable::addArrays(const Figures& project)
 {
     if (project.arrays.isEmpty())
         return;
@@ -84,7 +84,7 @@ void ReportTable::addArrays(const ProjectFigures& project)
     QTableWidgetItem* band =
         addBand(u"--- ESPECIFICACIONES PANTALLAS LED ---"_s, LOAD_COLUMNS, QColor(30, 144, 255, 30));
     band->setForeground(QColor(30, 144, 255));
-    for (const ProjectFigures::ArrayFigures& array : project.arrays) {
+    for (const Figures::ArrayFigures& array : project.arrays) {
         addTrussRow({u"LED Array ("_s + QString::number(array.number) + u')',
                      decimal(array.width) + u"m x "_s + decimal(array.height) + u'm',
                      decimal(array.weightM2) + u" kg/m²"_s,
@@ -95,13 +95,13 @@ void ReportTable::addArrays(const ProjectFigures& project)
     }
 }
 
-void ReportTable::addLoads(const ProjectFigures& project)
+void ReportTable::addLoads(const Figures& project)
 {
     if (project.loads.isEmpty())
         return;
 
     addBand(u"--- DESGLOSE INDIVIDUAL DE CARGAS ---"_s, LOAD_COLUMNS, QColor(241, 196, 15, 30));
-    for (const ProjectFigures::LoadFigures& load : project.loads) {
+    for (const Figures::LoadFigures& load : project.loads) {
         const QString title =
             load.isSegment ? u"LED "_s + QString::number(load.arrayNumber) + u" Seg"_s : load.title;
         const QString mass = decimal(load.mass) + u" kg"_s;
@@ -134,7 +134,7 @@ void ReportTable::addRow(const QStringList& cells, const QString& verdict, bool 
     ++m_nextRow;
 }
 
-void ReportTable::addTrussRow(const QStringList& cells, const ProjectFigures& project)
+void ReportTable::addTrussRow(const QStringList& cells, const Figures& project)
 {
     const bool isOk = !project.isTrussOverloaded();
     addRow(cells, isOk ? u"OK ✅"_s : u"SOBRECARGA ❌"_s, isOk);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "io/ProjectFigures.h"
+#include "engine/Figures.h"
 
 #include <QList>
 #include <QStringList>
@@ -17,18 +17,18 @@ public: // construction
     explicit ReportTable(QTableWidget& table);
 
 public: // commands
-    void add(const QList<ProjectFigures>& projects);
+    void add(const QList<Figures>& projects);
 
 private: // helpers
-    void addProject(const ProjectFigures& project);
-    void addMotors(const ProjectFigures& project);
-    void addArrays(const ProjectFigures& project);
-    void addLoads(const ProjectFigures& project);
+    void addProject(const Figures& project);
+    void addMotors(const Figures& project);
+    void addArrays(const Figures& project);
+    void addLoads(const Figures& project);
     /// A row of one item over `columns` columns.
     QTableWidgetItem* addBand(const QString& text, int columns, const QBrush& background);
     /// A row of items, of which the last is the verdict: red when it fails.
     void addRow(const QStringList& cells, const QString& verdict, bool isOk);
-    void addTrussRow(const QStringList& cells, const ProjectFigures& project);
+    void addTrussRow(const QStringList& cells, const Figures& project);
 
 private: // data
     QTableWidget& m_table;

@@ -1,5 +1,6 @@
 #include "ui/ControlsGroup.h"
 
+#include "engine/Limits.h"
 #include "engine/Numbers.h"
 #include "ui/NumberField.h"
 #include "ui/Styles.h"
@@ -20,14 +21,20 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr int OVERLOADED_PERCENT = 100;
-constexpr int NEARLY_OVERLOADED_PERCENT = 80;
+/// The bar is full when the limit is reached [%].
+constexpr int FULL_BAR = static_cast<int>(Limits::FULL_STRESS);
 
 QString stressColour(int percent)
 {
-    if (percent >= OVERLOADED_PERCENT)
+    switch (Limits::stressLevel(static_cast<float>(percent))) {
+    case Limits::Level::Exceeded:
         return u"#FF0000"_s;
-    return percent >= NEARLY_OVERLOADED_PERCENT ? u"#FFAF00"_s : u"#39FF14"_s;
+    case Limits::Level::Near:
+        return u"#FFAF00"_s;
+    case Limits::Level::Within:
+        break;
+    }
+    return u"#39FF14"_s;
 }
 
 QPushButton* createAddButton(const QString& text, const QString& accessibleName)
@@ -95,7 +102,7 @@ void ControlsGroup::buildStressRow(QFormLayout* form)
     m_stressBar = new QProgressBar;
     m_stressBar->setObjectName("stressBar"_L1);
     m_stressBar->setAccessibleName(u"Estrés estructural en tanto por ciento"_s);
-    m_stressBar->setRange(0, OVERLOADED_PERCENT);
+    m_stressBar->setRange(0, FULL_BAR);
     m_stressBar->setTextVisible(false);
     m_stressBar->setFixedHeight(12);
     form->addRow(m_stressLabel, m_stressBar);
@@ -142,7 +149,7 @@ void ControlsGroup::setName(const QString& name)
 
 void ControlsGroup::showStress(int percent)
 {
-    m_stressBar->setValue(std::min(percent, OVERLOADED_PERCENT));
+    m_stressBar->setValue(std::min(percent, FULL_BAR));
     m_stressLabel->setText(u"Estrés Estructural: %1%"_s.arg(percent));
     const QString style = Styles::stressBar(stressColour(percent));
     if (m_stressBar->styleSheet() != style)

@@ -1,5 +1,7 @@
 #include "ui/DynamicFactorDialog.h"
 
+#include "engine/Limits.h"
+#include "engine/LoadLogic.h"
 #include "engine/Numbers.h"
 #include "ui/Styles.h"
 
@@ -29,7 +31,8 @@ QTableWidgetItem* createCell(const QString& text)
 
 void fillRow(QTableWidget* table, int row, const LoadLogic::Motor& motor)
 {
-    const float dynamicLoad = motor.staticLoad * LoadLogic::DYNAMIC_FACTOR;
+    // Another rule than `Limits::motorVerdict`: this table leaves the motor's own weight out.
+    const float dynamicLoad = motor.staticLoad * Limits::DYNAMIC_FACTOR;
     const bool exceeded = dynamicLoad > motor.capacity;
     const QString capacity = Numbers::fixed(motor.capacity, 0);
 
@@ -40,7 +43,7 @@ void fillRow(QTableWidget* table, int row, const LoadLogic::Motor& motor)
     if (exceeded)
         verdict->setBackground(EXCEEDED_BACKGROUND);
 
-    table->setItem(row, 0, createCell(LoadLogic::MotorTitle(motor)));
+    table->setItem(row, 0, createCell(Project::motorTitle(motor)));
     table->setItem(row, 1, createCell(capacity + u" kg"_s));
     table->setItem(row, 2, createCell(Numbers::fixed(motor.staticLoad, 1)));
     table->setItem(row, 3, dynamicCell);
@@ -117,7 +120,7 @@ QLabel* DynamicFactorDialog::createSummary()
     float dynamicSum = 0.0F;
     for (const LoadLogic::Motor& motor : std::as_const(LoadLogic::MotorList)) {
         staticSum += motor.staticLoad;
-        dynamicSum += motor.staticLoad * LoadLogic::DYNAMIC_FACTOR;
+        dynamicSum += motor.staticLoad * Limits::DYNAMIC_FACTOR;
     }
     auto* label =
         new QLabel(u"Total Estático: %1 kg  |  Total Dinámico (×1.15): %2 kg  |  Diferencia: +%3 kg"_s.arg(

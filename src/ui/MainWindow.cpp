@@ -1,6 +1,7 @@
 #include "ui/MainWindow.h"
 
 #include "canvas/TrussView.h"
+#include "engine/Edits.h"
 #include "ui/FieldKeys.h"
 #include "ui/FocusRing.h"
 #include "ui/ProjectDescription.h"
@@ -24,19 +25,6 @@ constexpr int SMALLEST_FREE_HEIGHT = 800;
 constexpr double WIDTH_SHARE = 0.9;
 constexpr double HEIGHT_SHARE = 0.8;
 
-LoadLogic::ProjectState firstProject()
-{
-    LoadLogic::ProjectState project;
-    project.tabName = u"Proyecto 1"_s;
-    LoadLogic::Motor motor;
-    motor.id = 1;
-    project.motors.append(motor);
-    motor.id = 2;
-    motor.positionX = project.trussLength;
-    project.motors.append(motor);
-    return project;
-}
-
 /// The icon that the application has read already; where it has none, as in tests, from the file.
 QIcon applicationIcon()
 {
@@ -59,7 +47,7 @@ int runMessageBox(QMessageBox* box)
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
 {
-    projects.append(firstProject());
+    projects.append(Edits::freshProject(u"Proyecto 1"_s, LoadLogic::Motor().selfWeight));
     FieldKeys::install();
     startDescribing();
     setupUI();

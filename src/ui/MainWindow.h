@@ -10,7 +10,6 @@
 #include <optional>
 
 class ControlsGroup;
-struct LedArray;
 class LedGroup;
 class LoadPanel;
 class MotorPanel;
@@ -187,12 +186,8 @@ private: // selection, kept true to what the engine holds
 
 private: // helpers
     void editTrussValue(const QString& text, float& value);
-    void scaleLoads(float ratio);
     void showSelectedScreenSize();
-    void placeLoads(float mass, const QString& name, int count);
-    void placeNumberedScreen(const LedArray& screen, float centre, int number);
-    /// Hangs `screen` centred at `centre` [m]; returns the id of its first segment.
-    [[nodiscard]] int placeScreen(const LedArray& screen, float centre, int groupId);
+    [[nodiscard]] LoadLogic::ActiveLoad typedLoad() const;
     /// A box with the single button OK, modal to this window; `icon` is a `QMessageBox::Icon`.
     void say(int icon, const QString& title, const QString& text);
     /// A question box with Yes and No, where No is the default.

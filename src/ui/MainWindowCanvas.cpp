@@ -18,7 +18,7 @@ void MainWindow::onPositionChanged(int perMille)
     if (isRestoring)
         return;
     const LoadLogic::ActiveLoad* load = LoadLogic::FindLoad(selectedLoadId);
-    if (perMille == -1 || load == nullptr || !LoadLogic::IsScreen(*load)) {
+    if (perMille == -1 || load == nullptr || !Project::isScreen(*load)) {
         updateCalculations();
         return;
     }

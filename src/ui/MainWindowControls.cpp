@@ -4,8 +4,6 @@
 #include "ui/LedGroup.h"
 #include "ui/MainWindow.h"
 
-#include <QHash>
-
 #include <algorithm>
 #include <cmath>
 
@@ -17,40 +15,7 @@ namespace
 constexpr float SHORTEST_TRUSS = 1.0F; // [m]
 /// Smaller changes of a truss value are no edit.
 constexpr float SMALLEST_CHANGE = 0.01F;
-/// Loads that follow a change of length stay this far inside the truss [m].
-constexpr float END_CLEARANCE = 0.01F;
 constexpr float USUAL_MASS = 500.0F; // [kg]
-
-/// The mean position [m] of the loads of each array.
-QHash<int, float> groupCentres()
-{
-    struct Sum
-    {
-        double positions = 0.0;
-        int count = 0;
-    };
-    QHash<int, Sum> sums;
-    for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads)) {
-        if (load.groupId == -1)
-            continue;
-        Sum& sum = sums[load.groupId];
-        sum.positions += static_cast<double>(load.positionX);
-        ++sum.count;
-    }
-
-    QHash<int, float> centres;
-    for (auto sum = sums.cbegin(); sum != sums.cend(); ++sum)
-        centres.insert(sum.key(), static_cast<float>(sum->positions / sum->count));
-    return centres;
-}
-
-/// The factor that positions grow by with the truss; a truss that had no length has no proportions
-/// to keep.
-float lengthRatio(float newLength, float oldLength)
-{
-    const float ratio = newLength / oldLength;
-    return std::isfinite(ratio) && ratio > 0.0F ? ratio : 1.0F;
-}
 
 /// The value of `text` if it is a new one for a field that reads `current`.
 std::optional<float> editedValue(const QString& text, float current, float smallest)
@@ -72,28 +37,9 @@ void MainWindow::onTrussLengthChanged(const QString& text)
         return;
 
     pushUndoState();
-    const float ratio = lengthRatio(*length, LoadLogic::TrussLength);
-    LoadLogic::TrussLength = *length;
-    for (LoadLogic::Motor& motor : LoadLogic::MotorList)
-        motor.positionX *= ratio;
-    scaleLoads(ratio);
+    LoadLogic::ResizeTruss(*length);
     showSelectedScreenSize();
     updateCalculations();
-}
-
-// An array keeps the spacing of its segments; only its centre follows the truss.
-void MainWindow::scaleLoads(float ratio)
-{
-    const QHash<int, float> centres = groupCentres();
-    const float rightmost = LoadLogic::TrussLength - END_CLEARANCE;
-    for (LoadLogic::ActiveLoad& load : LoadLogic::ActiveLoads) {
-        float scaled = load.positionX * ratio;
-        if (load.groupId != -1) {
-            const float centre = centres.value(load.groupId);
-            scaled = centre * ratio + (load.positionX - centre);
-        }
-        load.positionX = std::max(END_CLEARANCE, std::min(scaled, rightmost));
-    }
 }
 
 // The first field's handler may build the array again, so both values are read beforehand.
@@ -143,9 +89,7 @@ void MainWindow::onAddMotorClicked()
 void MainWindow::onAddLoadClicked()
 {
     pushUndoState();
-    const float typed = m_controls->mass();
-    const QString name = m_controls->name().trimmed();
-    placeLoads(typed <= 0.0F ? USUAL_MASS : typed, name.isEmpty() ? u"Carga"_s : name, m_controls->count());
+    LoadLogic::SpreadLoads(typedLoad(), m_controls->count());
 
     const LoadLogic::ActiveLoad& last = LoadLogic::ActiveLoads.constLast();
     selectLoad(last.id);
@@ -155,18 +99,17 @@ void MainWindow::onAddLoadClicked()
     updateCalculations();
 }
 
-// One load hangs in the middle; several are spread with equal gaps, the truss's ends included.
-void MainWindow::placeLoads(float mass, const QString& name, int count)
+/// The load that the fields describe.
+LoadLogic::ActiveLoad MainWindow::typedLoad() const
 {
+    const float mass = m_controls->mass();
+    const QString name = m_controls->name().trimmed();
     LoadLogic::ActiveLoad load;
-    load.mass = mass;
+    load.mass = mass <= 0.0F ? USUAL_MASS : mass;
     load.type = u"Audio"_s;
-    const float spacing = LoadLogic::TrussLength / static_cast<float>(count + 1);
-    for (int i = 1; i <= count; ++i) {
-        load.name = count > 1 ? name + u' ' + QString::number(i) : name;
-        load.positionX = count > 1 ? static_cast<float>(i) * spacing : LoadLogic::TrussLength * 0.5F;
-        LoadLogic::PlaceLoad(load);
-    }
+    if (!name.isEmpty())
+        load.name = name;
+    return load;
 }
 
 void MainWindow::onMassChanged(const QString& text)

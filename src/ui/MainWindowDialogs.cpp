@@ -22,22 +22,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Puts an empty truss with two motors at its ends into the engine.
-void resetEngine()
-{
-    const LoadLogic::ProjectState fresh;
-    LoadLogic::Load(fresh);
-    LoadLogic::TrussStress_Percentage = 0.0F;
-    LoadLogic::isUnstable = false;
-    LoadLogic::Screen_Width = fresh.screenWidth;
-    LoadLogic::Screen_Height = fresh.screenHeight;
-    LoadLogic::Screen_Weight_M2 = fresh.screenWeightM2;
-    LoadLogic::Bumper_Weight_Per_Meter = fresh.bumperWeightPerMeter;
-    LoadLogic::LED_TotalWeight = 0.0F;
-    LoadLogic::AddMotor(0.0F);
-    LoadLogic::AddMotor(fresh.trussLength);
-}
-
 /// The guide beside the program, else the one in the working directory, there or not.
 QString guidePath()
 {
@@ -54,7 +38,9 @@ void MainWindow::onResetProjectClicked()
                                           "Se perderán todos los motores, cargas y pantallas actuales."_s))
         return;
 
-    resetEngine();
+    LoadLogic::Reset();
+    LoadLogic::AddMotor(0.0F);
+    LoadLogic::AddMotor(LoadLogic::TrussLength);
     selectedLoadId = -1;
     m_motorPanel->forgetMotor();
     m_loadPanel->forgetLoad();

@@ -51,7 +51,7 @@ void MainWindow::restoreProjectState(const LoadLogic::ProjectState& s)
 {
     isRestoring = true;
     const std::optional<LoadLogic::Motor> motor = selectedMotor();
-    LoadLogic::Load(s);
+    LoadLogic::MakeCurrent(s);
     selectedLoadId = s.selectedLoadId;
     projectCounter = s.projectCounter;
     if (m_truss == nullptr) {
@@ -85,7 +85,7 @@ void MainWindow::fillSelectedLoadFields()
     }
     m_controls->setMassText(Numbers::fixed(load->mass, 1));
     m_controls->setName(load->name);
-    if (LoadLogic::IsScreen(*load))
+    if (Project::isScreen(*load))
         m_led->typeCable(Numbers::fixed(load->cableWeightPercent, 1));
 }
 

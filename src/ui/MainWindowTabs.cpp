@@ -1,4 +1,5 @@
 #include "canvas/TrussView.h"
+#include "engine/Edits.h"
 #include "ui/MainWindow.h"
 
 #include <QInputDialog>
@@ -11,22 +12,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// Lighter than the motors that the engine hangs by itself: those of a small touring hoist.
+/// Of the motors of a new tab; those that are added by hand weigh twice as much.
 constexpr float NEW_TAB_MOTOR_WEIGHT = 25.0F; // [kg]
-
-LoadLogic::ProjectState newProject(qsizetype number)
-{
-    LoadLogic::ProjectState project;
-    project.tabName = u"Proyecto "_s + QString::number(number);
-    LoadLogic::Motor motor;
-    motor.id = 1;
-    motor.selfWeight = NEW_TAB_MOTOR_WEIGHT;
-    project.motors.append(motor);
-    motor.id = 2;
-    motor.positionX = project.trussLength;
-    project.motors.append(motor);
-    return project;
-}
 
 } // namespace
 
@@ -44,8 +31,9 @@ void MainWindow::storeCurrentProject()
 void MainWindow::onAddTab()
 {
     storeCurrentProject();
-    projects.append(newProject(projects.size() + 1));
-    m_tabBar->setCurrentIndex(appendTab(projects.constLast().tabName));
+    const QString title = u"Proyecto "_s + QString::number(projects.size() + 1);
+    projects.append(Edits::freshProject(title, NEW_TAB_MOTOR_WEIGHT));
+    m_tabBar->setCurrentIndex(appendTab(title));
 }
 
 // The style decides on which side the close button stands; it carries no text that could be read out.

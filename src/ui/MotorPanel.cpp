@@ -10,7 +10,7 @@ namespace
 
 QString titleOf(const LoadLogic::Motor& motor)
 {
-    return u"Propiedades Motor ("_s + LoadLogic::MotorTitle(motor) + u')';
+    return u"Propiedades Motor ("_s + Project::motorTitle(motor) + u')';
 }
 
 /// Whether `field` stands for `value`, also where it is being typed in or shows it rounded.

@@ -20,7 +20,7 @@ QString counted(qsizetype count, const QString& one, const QString& many)
 
 QString describeMotor(const LoadLogic::Motor& motor)
 {
-    return u" Motor "_s + LoadLogic::MotorTitle(motor) + u" en "_s
+    return u" Motor "_s + Project::motorTitle(motor) + u" en "_s
            + LoadLogic::formatCoordinate(motor.positionX) + u": "_s + Numbers::fixed(motor.staticLoad, 1)
            + u" kg de "_s + Numbers::fixed(motor.capacity, 1) + u" kg."_s;
 }

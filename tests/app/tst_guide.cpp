@@ -1,6 +1,6 @@
 #include "app/Appearance.h"
+#include "engine/Figures.h"
 #include "engine/Numbers.h"
-#include "io/ProjectFigures.h"
 #include "ui/DynamicFactorDialog.h"
 #include "ui/InfoWindow.h"
 #include "ui/MainWindow.h"
@@ -244,12 +244,12 @@ void TestGuide::guide_liesBesideTheExecutable()
 void TestGuide::example_hasTheFiguresOfTheProgram()
 {
     LoadLogic::ProjectState project = workedExample();
-    const ProjectFigures small = ProjectFigures::calculate(project);
+    const Figures small = Figures::of(project);
     project.motors[1].capacity = 2000.0F;
     project.motors[1].selfWeight = 80.0F;
-    const ProjectFigures big = ProjectFigures::calculate(project);
+    const Figures big = Figures::of(project);
 
-    QVERIFY(small.motors.at(1).verdict == ProjectFigures::Verdict::DynamicOverload);
+    QVERIFY(small.motors.at(1).verdict == Figures::Verdict::DynamicOverload);
     QVERIFY(!small.fits());
     QVERIFY(big.fits());
     const QList<std::pair<float, QString>> figures{

@@ -1,6 +1,7 @@
 #include "app/Console.h"
 #include "app/Summary.h"
 #include "app/TextTable.h"
+#include "engine/LoadLogic.h"
 
 #include <QJsonArray>
 #include <QTest>
@@ -15,7 +16,7 @@ namespace
 {
 
 /// 12 m of 8.4 kg/m under two motors at its ends, 500 kg in the middle: 300.4 kg each.
-ProjectFigures usualFigures()
+Figures usualFigures()
 {
     ProjectState project;
     project.tabName = u"Sala"_s;
@@ -29,7 +30,7 @@ ProjectFigures usualFigures()
     LoadLogic::ActiveLoad load;
     load.positionX = 6.0F;
     project.loads.append(load);
-    return ProjectFigures::calculate(project);
+    return Figures::of(project);
 }
 
 } // namespace
@@ -71,7 +72,7 @@ void TestSummary::text_isAlignedAndComplete()
 
 void TestSummary::text_ofAnUnstableProject_saysSo()
 {
-    ProjectFigures figures = usualFigures();
+    Figures figures = usualFigures();
     figures.isUnstable = true;
     const QString text = Summary::text(u"a"_s, figures);
     QVERIFY(text.contains(u"Estabilidad: INESTABLE, voladizo de más del 45 % de la longitud\n"_s));
@@ -80,7 +81,7 @@ void TestSummary::text_ofAnUnstableProject_saysSo()
 
 void TestSummary::text_ofWhatCannotBeCalculated_warns()
 {
-    ProjectFigures figures = usualFigures();
+    Figures figures = usualFigures();
     figures.motors[0].dynamicLoad = std::numeric_limits<float>::quiet_NaN();
     QVERIFY(
         Summary::text(u"a"_s, figures).contains(u"\n  Aviso: hay motores cuya carga no se puede calcular"_s));
@@ -89,12 +90,12 @@ void TestSummary::text_ofWhatCannotBeCalculated_warns()
 
 void TestSummary::text_withoutMotors_saysSo()
 {
-    QVERIFY(Summary::text(u"a"_s, ProjectFigures()).contains(u"\n  Sin motores\n"_s));
+    QVERIFY(Summary::text(u"a"_s, Figures()).contains(u"\n  Sin motores\n"_s));
 }
 
 void TestSummary::text_keepsNamesHarmlessAndShort()
 {
-    ProjectFigures figures = usualFigures();
+    Figures figures = usualFigures();
     figures.motors[0].title = u"\x1B[2JM\n"_s + QString(1000, u'x');
     const QString text = Summary::text(u"a"_s, figures);
     QVERIFY(!text.contains(u'\x1B'));
@@ -132,7 +133,7 @@ void TestSummary::json_hasTheDocumentedMembers()
 
 void TestSummary::json_ofWhatCannotBeCalculated_isNull()
 {
-    ProjectFigures figures = usualFigures();
+    Figures figures = usualFigures();
     figures.motors[0].dynamicLoad = std::numeric_limits<float>::quiet_NaN();
     const QJsonObject object = Summary::json(u"a"_s, figures);
     QCOMPARE(object[u"calculable"_s].toBool(true), false);
@@ -141,7 +142,7 @@ void TestSummary::json_ofWhatCannotBeCalculated_isNull()
 
 void TestSummary::withinLimits_needsKnownFigures()
 {
-    ProjectFigures figures = usualFigures();
+    Figures figures = usualFigures();
     QVERIFY(!Summary::isWithinLimits(figures));
     figures.motors.removeLast(); // the small one
     QVERIFY(Summary::isWithinLimits(figures));

@@ -78,7 +78,7 @@ private slots:
     void init()
     {
         Support::failOnWarnings();
-        Support::freshEngine();
+        LoadLogic::Reset();
     }
 
     void scene_isPaintedAsWrittenDown_data();

@@ -120,7 +120,7 @@ private slots:
 void TestExtremes::init()
 {
     Support::failOnWarnings();
-    Support::freshEngine();
+    LoadLogic::Reset();
 }
 
 // Span 840 px: up to two metres a pixel.

@@ -13,7 +13,7 @@ class TestGeometry : public QObject
 private slots:
     void init()
     {
-        Support::freshEngine();
+        LoadLogic::Reset();
         LoadLogic::TrussLength = 10.0F; // 100 px a metre
     }
 
@@ -117,8 +117,8 @@ void TestGeometry::array_isTheMeanOfItsLoads()
     }
     load.groupId = 101;
     LoadLogic::PlaceLoad(load);
-    QCOMPARE(summariseArrays(-1).value(100).centre, 3.0F);
-    QCOMPARE(summariseArrays(-1).value(101).centre, 6.0F);
+    QCOMPARE(Arrays::summarize(LoadLogic::ActiveLoads, -1).value(100).centre, 3.0F);
+    QCOMPARE(Arrays::summarize(LoadLogic::ActiveLoads, -1).value(101).centre, 6.0F);
 }
 
 void TestGeometry::array_takesTheFirstWidthThatIsNotZero()
@@ -129,7 +129,7 @@ void TestGeometry::array_takesTheFirstWidthThatIsNotZero()
         load.screenWidth = width;
         LoadLogic::PlaceLoad(load);
     }
-    QCOMPARE(summariseArrays(-1).value(100).width, 4.0F);
+    QCOMPARE(Arrays::summarize(LoadLogic::ActiveLoads, -1).value(100).width, 4.0F);
 }
 
 void TestGeometry::array_isSelectedThroughAnySegment()
@@ -140,9 +140,9 @@ void TestGeometry::array_isSelectedThroughAnySegment()
     const int id = LoadLogic::PlaceLoad(load);
     load.groupId = 101;
     LoadLogic::PlaceLoad(load);
-    QVERIFY(summariseArrays(id).value(100).selected);
-    QVERIFY(!summariseArrays(id).value(101).selected);
-    QVERIFY(!summariseArrays(-1).value(100).selected);
+    QVERIFY(Arrays::summarize(LoadLogic::ActiveLoads, id).value(100).selected);
+    QVERIFY(!Arrays::summarize(LoadLogic::ActiveLoads, id).value(101).selected);
+    QVERIFY(!Arrays::summarize(LoadLogic::ActiveLoads, -1).value(100).selected);
 }
 
 void TestGeometry::noSelection_meansNotTheLoadOfThatId()
@@ -151,12 +151,12 @@ void TestGeometry::noSelection_meansNotTheLoadOfThatId()
     load.id = -1; // a file may bring it, and -1 tells that nothing is selected
     load.groupId = 100;
     LoadLogic::ActiveLoads.append(load);
-    QVERIFY(!summariseArrays(-1).value(100).selected);
+    QVERIFY(!Arrays::summarize(LoadLogic::ActiveLoads, -1).value(100).selected);
 }
 
 void TestGeometry::arrayOfNoLoads_isNothingAtTheLeftEnd()
 {
-    const ArraySummary array = summariseArrays(-1).value(100);
+    const ArraySummary array = Arrays::summarize(LoadLogic::ActiveLoads, -1).value(100);
     QCOMPARE(array.centre, 0.0F);
     QCOMPARE(array.width, 0.0F);
     QVERIFY(!array.selected);

@@ -98,7 +98,7 @@ private:
 void TestMenu::init()
 {
     Support::failOnWarnings();
-    Support::freshEngine();
+    LoadLogic::Reset();
     LoadLogic::TrussLength = 10.0F;
     window = std::make_unique<RecordingWindow>();
     view = new TrussView;

@@ -113,7 +113,7 @@ private:
 void TestPointer::init()
 {
     Support::failOnWarnings();
-    Support::freshEngine();
+    LoadLogic::Reset();
     LoadLogic::TrussLength = 10.0F;
     window = std::make_unique<RecordingWindow>();
     view = new TrussView;

@@ -56,7 +56,7 @@ private slots:
     void init()
     {
         Support::failOnWarnings();
-        Support::freshEngine();
+        LoadLogic::Reset();
     }
 
     void image_isThePrintDrawing_data();

@@ -1,6 +1,7 @@
 # velmora_test(engine NAME) for each tst_NAME.cpp of this folder
 velmora_test(engine arrays)
 velmora_test(engine edits)
+velmora_test(engine figures)
 velmora_test(engine ledarray)
 velmora_test(engine limits)
 velmora_test(engine model)

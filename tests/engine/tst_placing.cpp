@@ -60,7 +60,7 @@ private slots:
 
 void PlacingTest::init()
 {
-    Layouts::resetEngine();
+    LoadLogic::Reset();
 }
 
 void PlacingTest::position_isClampedToTheTruss_data()
@@ -228,7 +228,7 @@ void PlacingTest::loadIds_growOverAllProjects()
     LoadLogic::AddLoad(1.0F);
     LoadLogic::AddLoad(2.0F);
     const int last = LoadLogic::ActiveLoads.constLast().id;
-    LoadLogic::Load({}); // another project
+    LoadLogic::MakeCurrent({}); // another project
     LoadLogic::AddLoad(1.0F);
     QCOMPARE(LoadLogic::ActiveLoads.constFirst().id, last + 1);
 }

@@ -61,7 +61,7 @@ private slots:
     void neighbouringFloats_areSorted();
     void negativeInfiniteAndNotANumber_areSorted();
     void randomPlaces_areSortedAsByComparing();
-    void currentLoads_areThoseOfTheProject();
+    void gatheredLoads_keepTheirOrder();
 };
 
 void PointLoadsTest::leftOf_isStrict()
@@ -118,10 +118,15 @@ void PointLoadsTest::randomPlaces_areSortedAsByComparing()
     }
 }
 
-void PointLoadsTest::currentLoads_areThoseOfTheProject()
+void PointLoadsTest::gatheredLoads_keepTheirOrder()
 {
-    Layouts::calculate({12.0F, 8.4F, 1600.0F, {0.0F, 12.0F}, {{7.0F, 100.0F}, {3.0F, 200.0F}}});
-    const PointLoads loads = currentPointLoads();
+    ActiveLoad first;
+    first.positionX = 7.0F;
+    first.mass = 100.0F;
+    ActiveLoad second;
+    second.positionX = 3.0F;
+    second.mass = 200.0F;
+    const PointLoads loads = pointLoads({first, second});
     QCOMPARE(loads.size(), std::size_t(2));
     QCOMPARE(loads[0].position, 7.0F);
     QCOMPARE(loads[0].mass, 100.0F);

@@ -103,7 +103,7 @@ private slots:
 
 void ReactionsTest::init()
 {
-    Layouts::resetEngine();
+    LoadLogic::Reset();
 }
 
 void ReactionsTest::noMotors_returnsAtOnce()

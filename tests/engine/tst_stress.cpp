@@ -107,7 +107,7 @@ private slots:
 
 void StressTest::init()
 {
-    Layouts::resetEngine();
+    LoadLogic::Reset();
 }
 
 void StressTest::selfWeightAlone_isTheUniformLoadMoment()

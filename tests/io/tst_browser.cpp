@@ -1,3 +1,4 @@
+#include "engine/LoadLogic.h"
 #include "io/HtmlReport.h"
 #include "io/SafeFile.h"
 
@@ -54,14 +55,14 @@ Visit visit(const QString& path, const QStringList& more)
     return {QString::fromUtf8(browser.readAllStandardOutput()), complaints.join(u'\n')};
 }
 
-ProjectFigures figures(const QString& motorName)
+Figures figures(const QString& motorName)
 {
     LoadLogic::ProjectState project;
     project.tabName = u"Sala"_s;
     LoadLogic::Motor motor;
     motor.modelName = motorName;
     project.motors = {motor};
-    return ProjectFigures::calculate(project);
+    return Figures::of(project);
 }
 
 /// A report of one project in `folder`, with a drawing all of one colour.

@@ -1,4 +1,4 @@
-#include "io/ProjectFigures.h"
+#include "engine/Figures.h"
 #include "io/ProjectFile.h"
 
 #include <QDir>
@@ -7,19 +7,19 @@
 
 using namespace Qt::StringLiterals;
 
-using Verdict = ProjectFigures::Verdict;
+using Verdict = Figures::Verdict;
 
 namespace
 {
 
 const QString FOLDER = u"" VELMORA_SOURCE_DIR "/examples/"_s;
 
-ProjectFigures figuresOf(const QString& name)
+Figures figuresOf(const QString& name)
 {
     const ProjectFile::Content content = ProjectFile::read(FOLDER + name);
     if (content.failure != ProjectFile::Failure::None)
         return {};
-    return ProjectFigures::calculate(content.project);
+    return Figures::of(content.project);
 }
 
 /// Equal within what single precision leaves of figures of some hundred kilograms.
@@ -67,7 +67,7 @@ void TestExamples::everyExample_isSavedAsItWasOpened()
 
 void TestExamples::concierto_figures()
 {
-    const ProjectFigures project = figuresOf(u"concierto.rig"_s);
+    const Figures project = figuresOf(u"concierto.rig"_s);
     QCOMPARE(project.motors.size(), 3);
     // Left: its array 380, half of the 60 kg in the middle of its span 30, half a span of truss
     // 6·10/2 = 30, one metre of overhang 10. Right likewise.
@@ -87,12 +87,12 @@ void TestExamples::concierto_figures()
 
 void TestExamples::pantalla_figures()
 {
-    const ProjectFigures project = figuresOf(u"pantalla.rig"_s);
+    const Figures project = figuresOf(u"pantalla.rig"_s);
     QCOMPARE(project.motors.size(), 2);
     const double screen = 1.07 * (4.0 * 10.0 + 4.0 * 3.0 * 40.0); // 556.4
     // Each motor: half the screen, half the span of 8 m, an overhang of 2 m.
     const double atPoint = screen / 2 + 8.0 * 8.4 / 2 + 2.0 * 8.4;
-    for (const ProjectFigures::MotorFigures& motor : project.motors) {
+    for (const Figures::MotorFigures& motor : project.motors) {
         COMPARE_FIGURE(motor.atPoint, atPoint); // 328.6
         COMPARE_FIGURE(motor.dynamicLoad, (atPoint + 35.0) * 1.25);
         QCOMPARE(motor.verdict, Verdict::Fits);
@@ -110,7 +110,7 @@ void TestExamples::pantalla_figures()
 
 void TestExamples::pasarela_figures()
 {
-    const ProjectFigures project = figuresOf(u"pasarela.rig"_s);
+    const Figures project = figuresOf(u"pasarela.rig"_s);
     QCOMPARE(project.motors.size(), 3);
     // The panels at 2, 4, 6, 8 m leave (0.5 + 2.5 + 4.5 + 6.5) / 7.5 of 20 kg on the centre.
     const double toCentre = 20.0 * 14.0 / 7.5;
@@ -133,7 +133,7 @@ void TestExamples::pasarela_figures()
 
 void TestExamples::voladizo_figures()
 {
-    const ProjectFigures project = figuresOf(u"voladizo.rig"_s);
+    const Figures project = figuresOf(u"voladizo.rig"_s);
     QCOMPARE(project.motors.size(), 2);
     const double halfSpan = 4.5 * 8.4 / 2;
     COMPARE_FIGURE(project.motors.at(0).atPoint, halfSpan + 0.5 * 8.4);

@@ -1,3 +1,4 @@
+#include "engine/LoadLogic.h"
 #include "io/HtmlReport.h"
 #include "support/ReportDocument.h"
 
@@ -81,9 +82,9 @@ ProjectState overloadedProject()
 
 QString documentOf(const QList<ProjectState>& projects)
 {
-    QList<ProjectFigures> figures;
+    QList<Figures> figures;
     for (const ProjectState& project : projects)
-        figures.append(ProjectFigures::calculate(project));
+        figures.append(Figures::of(project));
     return HtmlReport::document(figures, u"Sala A"_s, when());
 }
 
@@ -122,7 +123,7 @@ private slots:
 
 void TestHtmlReport::init()
 {
-    LoadLogic::Load(ProjectState());
+    LoadLogic::MakeCurrent(ProjectState());
 }
 
 void TestHtmlReport::wholeDocument_isTheGoldenOne()

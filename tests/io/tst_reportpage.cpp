@@ -77,11 +77,11 @@ ProjectState unstableProject()
     return project;
 }
 
-QList<ProjectFigures> figuresOf(const QList<ProjectState>& projects)
+QList<Figures> figuresOf(const QList<ProjectState>& projects)
 {
-    QList<ProjectFigures> figures;
+    QList<Figures> figures;
     for (const ProjectState& project : projects)
-        figures.append(ProjectFigures::calculate(project));
+        figures.append(Figures::of(project));
     return figures;
 }
 
@@ -163,7 +163,7 @@ QStringList pageVerdicts(const ReportPage& page)
 
 /// The verdicts of motors, arrays and loads of a document with one project. Its table of arrays has
 /// no verdicts: those are the truss's, as of every load.
-QStringList documentVerdicts(const ReportDocument& document, const ProjectFigures& project)
+QStringList documentVerdicts(const ReportDocument& document, const Figures& project)
 {
     QStringList verdicts;
     for (const ReportDocument::Row& row : document.tables.constFirst().rows)
@@ -211,7 +211,7 @@ private slots:
 
 void TestReportPage::init()
 {
-    LoadLogic::Load(ProjectState());
+    LoadLogic::MakeCurrent(ProjectState());
 }
 
 void TestReportPage::widgets_areLaidOutAndStyled()
@@ -537,7 +537,7 @@ void TestReportPage::thousandRandomProjects_getTheVerdictsOfTheHtmlReport()
     ReportPage page;
     int unfit = 0;
     for (int i = 0; i < 1000; ++i) {
-        const QList<ProjectFigures> figures = figuresOf({randomProject(random)});
+        const QList<Figures> figures = figuresOf({randomProject(random)});
         page.fill(figures);
         const QString html = HtmlReport::document(figures, u"A"_s, QDateTime());
         const ReportDocument document(html);

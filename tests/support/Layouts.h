@@ -29,19 +29,6 @@ struct Layout
     std::vector<Load> loads;
 };
 
-/// The engine as it is when the program starts, but for the id counters.
-inline void resetEngine()
-{
-    LoadLogic::Load({});
-    LoadLogic::Screen_Width = 4.0F;
-    LoadLogic::Screen_Height = 3.0F;
-    LoadLogic::Screen_Weight_M2 = 40.0F;
-    LoadLogic::Bumper_Weight_Per_Meter = 10.0F;
-    LoadLogic::LED_TotalWeight = 0.0F;
-    LoadLogic::TrussStress_Percentage = 0.0F;
-    LoadLogic::isUnstable = false;
-}
-
 /// Makes `layout` the current project and calculates it. Motors get the ids 1, 2 … The records of
 /// the last layout are used again: making their texts anew would take most of the time.
 inline void calculate(const Layout& layout)

@@ -24,20 +24,6 @@ inline void failOnWarnings()
     QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
 }
 
-/// The engine as it is when the program starts; only the counters of ids go on.
-inline void freshEngine()
-{
-    const LoadLogic::ProjectState fresh;
-    LoadLogic::Load(fresh);
-    LoadLogic::Screen_Width = fresh.screenWidth;
-    LoadLogic::Screen_Height = fresh.screenHeight;
-    LoadLogic::Screen_Weight_M2 = fresh.screenWeightM2;
-    LoadLogic::Bumper_Weight_Per_Meter = fresh.bumperWeightPerMeter;
-    LoadLogic::LED_TotalWeight = 0.0F;
-    LoadLogic::TrussStress_Percentage = 0.0F;
-    LoadLogic::isUnstable = false;
-}
-
 /// A main window over a fresh engine, and its widgets by the names they carry.
 class Bench
 {
@@ -145,7 +131,7 @@ private: // helpers
     static QWidget* fresh()
     {
         failOnWarnings();
-        freshEngine();
+        LoadLogic::Reset();
         return nullptr;
     }
 

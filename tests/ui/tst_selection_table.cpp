@@ -112,7 +112,7 @@ bool TestSelectionTable::isSelected(Selection selection) const
         return motor == -1 && load == LoadLogic::ActiveLoads.constLast().id;
     case FirstSegment: {
         const LoadLogic::ActiveLoad* segment = LoadLogic::FindLoad(load);
-        return motor == -1 && segment != nullptr && LoadLogic::IsScreen(*segment);
+        return motor == -1 && segment != nullptr && Project::isScreen(*segment);
     }
     }
     return false;

@@ -1,4 +1,5 @@
-#include "io/ProjectFigures.h"
+#include "engine/Figures.h"
+#include "engine/LoadLogic.h"
 
 #include <QTest>
 
@@ -7,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-using Verdict = ProjectFigures::Verdict;
+using Verdict = Figures::Verdict;
 using ProjectState = LoadLogic::ProjectState;
 
 namespace
@@ -48,14 +49,12 @@ ProjectState trussWithLoadOnFirstMotor(float mass, float capacity, float selfWei
 
 Verdict verdictOfFirst(float mass, float capacity, float selfWeight)
 {
-    return ProjectFigures::calculate(trussWithLoadOnFirstMotor(mass, capacity, selfWeight))
-        .motors.at(0)
-        .verdict;
+    return Figures::of(trussWithLoadOnFirstMotor(mass, capacity, selfWeight)).motors.at(0).verdict;
 }
 
 } // namespace
 
-class TestProjectFigures : public QObject
+class FiguresTest : public QObject
 {
     Q_OBJECT
 
@@ -84,50 +83,49 @@ private slots:
     void positions_areRelativeToTheProjectsOwnCentre();
 };
 
-void TestProjectFigures::init()
+void FiguresTest::init()
 {
-    LoadLogic::Load(ProjectState());
+    LoadLogic::MakeCurrent(ProjectState());
     LoadLogic::CalcularReacciones();
 }
 
-void TestProjectFigures::motor_carriesItsOwnWeightInTheStaticLoad()
+void FiguresTest::motor_carriesItsOwnWeightInTheStaticLoad()
 {
-    const ProjectFigures figures =
-        ProjectFigures::calculate(trussWithLoadOnFirstMotor(780.0F, 1000.0F, 50.0F));
-    const ProjectFigures::MotorFigures& motor = figures.motors.at(0);
+    const Figures figures = Figures::of(trussWithLoadOnFirstMotor(780.0F, 1000.0F, 50.0F));
+    const Figures::MotorFigures& motor = figures.motors.at(0);
     QCOMPARE(motor.atPoint, 780.0F);
     QCOMPARE(motor.staticLoad, 830.0F);
     QCOMPARE(motor.dynamicLoad, 1037.5F);
     QCOMPARE(motor.verdict, Verdict::DynamicOverload);
 }
 
-void TestProjectFigures::dynamicLoadEqualToCapacity_fits()
+void FiguresTest::dynamicLoadEqualToCapacity_fits()
 {
     QCOMPARE(verdictOfFirst(750.0F, 1000.0F, 50.0F), Verdict::Fits); // 800 · 1.25 = 1000
     QCOMPARE(verdictOfFirst(750.1F, 1000.0F, 50.0F), Verdict::DynamicOverload);
 }
 
-void TestProjectFigures::loadEqualToCapacity_isNoStaticOverload()
+void FiguresTest::loadEqualToCapacity_isNoStaticOverload()
 {
     // Only a motor lighter than nothing keeps the dynamic load below: −200 kg · 1.25.
     QCOMPARE(verdictOfFirst(1000.0F, 1000.0F, -200.0F), Verdict::Fits);
     QCOMPARE(verdictOfFirst(1000.0F, 1000.0F, 50.0F), Verdict::DynamicOverload);
 }
 
-void TestProjectFigures::staticTest_leavesOutTheOwnWeight()
+void FiguresTest::staticTest_leavesOutTheOwnWeight()
 {
     QCOMPARE(verdictOfFirst(999.0F, 1000.0F, 500.0F), Verdict::DynamicOverload); // 1499 with it
 }
 
-void TestProjectFigures::staticOverload_comesBeforeTheDynamicOne()
+void FiguresTest::staticOverload_comesBeforeTheDynamicOne()
 {
     QCOMPARE(verdictOfFirst(1000.5F, 1000.0F, 50.0F), Verdict::StaticOverload);
-    QCOMPARE(ProjectFigures::verdictText(Verdict::StaticOverload), u"EXCESO ESTÁTICO ❌"_s);
-    QCOMPARE(ProjectFigures::verdictText(Verdict::DynamicOverload), u"EXCESO DINÁMICO ❌"_s);
-    QCOMPARE(ProjectFigures::verdictText(Verdict::Fits), u"OK ✅"_s);
+    QCOMPARE(Figures::verdictText(Verdict::StaticOverload), u"EXCESO ESTÁTICO ❌"_s);
+    QCOMPARE(Figures::verdictText(Verdict::DynamicOverload), u"EXCESO DINÁMICO ❌"_s);
+    QCOMPARE(Figures::verdictText(Verdict::Fits), u"OK ✅"_s);
 }
 
-void TestProjectFigures::titles_replaceEmptyNames()
+void FiguresTest::titles_replaceEmptyNames()
 {
     ProjectState project = trussWithLoadOnFirstMotor(10.0F, 1000.0F, 50.0F);
     project.motors[0].id = 31;
@@ -135,20 +133,20 @@ void TestProjectFigures::titles_replaceEmptyNames()
     project.loads[0].id = 77;
     project.loads[0].name.clear();
     project.tabName = u"Título"_s;
-    const ProjectFigures figures = ProjectFigures::calculate(project);
+    const Figures figures = Figures::of(project);
     QCOMPARE(figures.title, u"Título"_s);
     QCOMPARE(figures.motors.at(0).title, u"M31"_s);
     QCOMPARE(figures.motors.at(1).title, u"Motor"_s);
     QCOMPARE(figures.loads.at(0).title, u"Carga 77"_s);
 }
 
-void TestProjectFigures::arrays_areNumberedByAscendingGroup()
+void FiguresTest::arrays_areNumberedByAscendingGroup()
 {
     ProjectState project;
     project.motors = {motorAt(0.0F), motorAt(12.0F)};
     project.loads = {loadAt(1.0F, 10.0F, 205, u"Video_Segment"_s), loadAt(2.0F, 20.0F, 0, u"Video"_s),
                      loadAt(3.0F, 30.0F, 205, u"Video_Segment"_s), loadAt(4.0F, 40.0F)};
-    const ProjectFigures figures = ProjectFigures::calculate(project);
+    const Figures figures = Figures::of(project);
     QCOMPARE(figures.arrays.size(), 2);
     QCOMPARE(figures.arrays.at(0).number, 1);
     QCOMPARE(figures.arrays.at(0).totalMass, 20.0F);
@@ -160,7 +158,7 @@ void TestProjectFigures::arrays_areNumberedByAscendingGroup()
     QVERIFY(!figures.loads.at(3).isSegment);
 }
 
-void TestProjectFigures::array_takesDimensionsOfItsFirstSegment()
+void FiguresTest::array_takesDimensionsOfItsFirstSegment()
 {
     ProjectState project;
     LoadLogic::ActiveLoad first = loadAt(1.0F, 10.0F, 100, u"Video_Segment"_s);
@@ -172,7 +170,7 @@ void TestProjectFigures::array_takesDimensionsOfItsFirstSegment()
     LoadLogic::ActiveLoad second = loadAt(2.0F, 10.0F, 100, u"Video_Segment"_s);
     second.screenWidth = 99.0F;
     project.loads = {first, second};
-    const ProjectFigures::ArrayFigures array = ProjectFigures::calculate(project).arrays.at(0);
+    const Figures::ArrayFigures array = Figures::of(project).arrays.at(0);
     QCOMPARE(array.width, 4.0F);
     QCOMPARE(array.height, 3.0F);
     QCOMPARE(array.weightM2, 40.0F);
@@ -181,7 +179,7 @@ void TestProjectFigures::array_takesDimensionsOfItsFirstSegment()
     QCOMPARE(array.totalMass, 20.0F);
 }
 
-void TestProjectFigures::typeWords_countWithoutRegardToCase_data()
+void FiguresTest::typeWords_countWithoutRegardToCase_data()
 {
     QTest::addColumn<QString>("type");
     QTest::addColumn<int>("groupId");
@@ -195,34 +193,34 @@ void TestProjectFigures::typeWords_countWithoutRegardToCase_data()
     QTest::newRow("no word") << QString() << 100 << false;
 }
 
-void TestProjectFigures::typeWords_countWithoutRegardToCase()
+void FiguresTest::typeWords_countWithoutRegardToCase()
 {
     QFETCH(const QString, type);
     QFETCH(const int, groupId);
     QFETCH(const bool, counts);
     ProjectState project;
     project.loads = {loadAt(1.0F, 10.0F, groupId, type)};
-    QCOMPARE(!ProjectFigures::calculate(project).arrays.isEmpty(), counts);
+    QCOMPARE(!Figures::of(project).arrays.isEmpty(), counts);
 }
 
-void TestProjectFigures::untypedSegments_haveNoArray()
+void FiguresTest::untypedSegments_haveNoArray()
 {
     ProjectState project;
     project.loads = {loadAt(1.0F, 10.0F, 100, QString())};
-    const ProjectFigures figures = ProjectFigures::calculate(project);
+    const Figures figures = Figures::of(project);
     QVERIFY(figures.arrays.isEmpty());
     QVERIFY(figures.loads.at(0).isSegment);
     QCOMPARE(figures.loads.at(0).arrayNumber, 0);
 }
 
-void TestProjectFigures::stressOfExactlyHundred_isOverstressed()
+void FiguresTest::stressOfExactlyHundred_isOverstressed()
 {
     // Without own weight the central load that equals the CPL makes exactly the moment of the CPL.
     ProjectState project;
     project.trussSelfWeight = 0.0F;
     project.motors = {motorAt(0.0F, 1e6F), motorAt(12.0F, 1e6F)};
     project.loads = {loadAt(6.0F, 1600.0F)};
-    const ProjectFigures figures = ProjectFigures::calculate(project);
+    const Figures figures = Figures::of(project);
     QCOMPARE(figures.stress, 100.0F);
     QVERIFY(figures.isOverstressed());
     QVERIFY(figures.isTrussOverloaded());
@@ -230,20 +228,20 @@ void TestProjectFigures::stressOfExactlyHundred_isOverstressed()
     QVERIFY(!figures.fits());
 }
 
-void TestProjectFigures::stressJustBelowHundred_isFine()
+void FiguresTest::stressJustBelowHundred_isFine()
 {
     ProjectState project;
     project.trussSelfWeight = 0.0F;
     project.motors = {motorAt(0.0F, 1e6F), motorAt(12.0F, 1e6F)};
     project.loads = {loadAt(6.0F, 1599.0F)};
-    QVERIFY(ProjectFigures::calculate(project).fits());
+    QVERIFY(Figures::of(project).fits());
 }
 
-void TestProjectFigures::unstable_doesNotFitThoughAllMotorsDo()
+void FiguresTest::unstable_doesNotFitThoughAllMotorsDo()
 {
     ProjectState project;
     project.motors = {motorAt(6.0F)};
-    const ProjectFigures figures = ProjectFigures::calculate(project);
+    const Figures figures = Figures::of(project);
     QVERIFY(figures.areMotorsFit());
     QVERIFY(figures.isUnstable);
     QVERIFY(!figures.isOverstressed());
@@ -251,42 +249,41 @@ void TestProjectFigures::unstable_doesNotFitThoughAllMotorsDo()
     QVERIFY(!figures.fits());
 }
 
-void TestProjectFigures::overloadedMotor_doesNotFitThoughTheTrussDoes()
+void FiguresTest::overloadedMotor_doesNotFitThoughTheTrussDoes()
 {
-    const ProjectFigures figures =
-        ProjectFigures::calculate(trussWithLoadOnFirstMotor(2000.0F, 1000.0F, 50.0F));
+    const Figures figures = Figures::of(trussWithLoadOnFirstMotor(2000.0F, 1000.0F, 50.0F));
     QVERIFY(!figures.isTrussOverloaded());
     QVERIFY(!figures.areMotorsFit());
     QVERIFY(!figures.fits());
 }
 
-void TestProjectFigures::noMotors_fits()
+void FiguresTest::noMotors_fits()
 {
-    const ProjectFigures figures = ProjectFigures::calculate(ProjectState());
+    const Figures figures = Figures::of(ProjectState());
     QVERIFY(figures.motors.isEmpty());
     QVERIFY(figures.fits());
     QVERIFY(figures.isCalculable());
 }
 
-void TestProjectFigures::twoMotorsAtOnePlaceUnderALoad_areNotCalculable()
+void FiguresTest::twoMotorsAtOnePlaceUnderALoad_areNotCalculable()
 {
     ProjectState project;
     project.motors = {motorAt(0.0F), motorAt(6.0F), motorAt(6.0F), motorAt(12.0F)};
     project.loads = {loadAt(6.0F, 100.0F)};
-    const ProjectFigures figures = ProjectFigures::calculate(project);
+    const Figures figures = Figures::of(project);
     QVERIFY(std::isnan(figures.motors.at(1).atPoint));
     QCOMPARE(figures.motors.at(1).verdict, Verdict::Fits); // no comparison with it is true
     QVERIFY(!figures.isCalculable());
 }
 
-void TestProjectFigures::stressThatIsNoNumber_isOverstressed()
+void FiguresTest::stressThatIsNoNumber_isOverstressed()
 {
-    ProjectFigures figures;
+    Figures figures;
     figures.stress = std::numeric_limits<float>::quiet_NaN();
     QVERIFY(!figures.fits());
 }
 
-void TestProjectFigures::calculate_givesTheEngineBack()
+void FiguresTest::calculate_givesTheEngineBack()
 {
     LoadLogic::TrussLength = 20.0F;
     LoadLogic::AddMotor(5.0F);
@@ -297,7 +294,7 @@ void TestProjectFigures::calculate_givesTheEngineBack()
 
     ProjectState other;
     other.motors = {motorAt(3.0F)};
-    QVERIFY(ProjectFigures::calculate(other).isUnstable);
+    QVERIFY(Figures::of(other).isUnstable);
 
     QCOMPARE(LoadLogic::TrussLength, 20.0F);
     QCOMPARE(LoadLogic::MotorList.size(), 2);
@@ -307,36 +304,36 @@ void TestProjectFigures::calculate_givesTheEngineBack()
     QVERIFY(!LoadLogic::isUnstable);
 }
 
-void TestProjectFigures::positions_areRelativeToTheProjectsOwnCentre()
+void FiguresTest::positions_areRelativeToTheProjectsOwnCentre()
 {
     LoadLogic::TrussLength = 100.0F;
     ProjectState project;
     project.trussLength = 8.0F;
     project.motors = {motorAt(1.0F), motorAt(7.0F)};
     project.loads = {loadAt(4.0F, 5.0F)};
-    const ProjectFigures figures = ProjectFigures::calculate(project);
+    const Figures figures = Figures::of(project);
     QCOMPARE(figures.motors.at(0).position, u"-3.00m"_s);
     QCOMPARE(figures.motors.at(1).position, u"+3.00m"_s);
     QCOMPARE(figures.loads.at(0).position, u"0.00m"_s);
 }
 
-void TestProjectFigures::figuresOfNothing_areZero()
+void FiguresTest::figuresOfNothing_areZero()
 {
-    const ProjectFigures project;
+    const Figures project;
     QCOMPARE(project.trussLength, 0.0F);
     QCOMPARE(project.trussSelfWeight, 0.0F);
     QCOMPARE(project.limitCPL, 0.0F);
     QCOMPARE(project.stress, 0.0F);
     QVERIFY(!project.isUnstable);
 
-    const ProjectFigures::MotorFigures motor;
+    const Figures::MotorFigures motor;
     QCOMPARE(motor.capacity, 0.0F);
     QCOMPARE(motor.selfWeight, 0.0F);
     QCOMPARE(motor.atPoint, 0.0F);
     QCOMPARE(motor.staticLoad, 0.0F);
     QCOMPARE(motor.dynamicLoad, 0.0F);
 
-    const ProjectFigures::ArrayFigures array;
+    const Figures::ArrayFigures array;
     QCOMPARE(array.number, 0);
     QCOMPARE(array.width, 0.0F);
     QCOMPARE(array.height, 0.0F);
@@ -345,11 +342,11 @@ void TestProjectFigures::figuresOfNothing_areZero()
     QCOMPARE(array.cableWeightPercent, 0.0F);
     QCOMPARE(array.totalMass, 0.0F);
 
-    const ProjectFigures::LoadFigures load;
+    const Figures::LoadFigures load;
     QCOMPARE(load.mass, 0.0F);
     QVERIFY(!load.isSegment);
     QCOMPARE(load.arrayNumber, 0);
 }
 
-QTEST_GUILESS_MAIN(TestProjectFigures)
-#include "tst_projectfigures.moc"
+QTEST_GUILESS_MAIN(FiguresTest)
+#include "tst_figures.moc"

@@ -1,20 +1,16 @@
 #pragma once
 
-#include "engine/LoadLogic.h"
+#include "engine/Limits.h"
+#include "engine/Project.h"
 
 #include <QList>
 #include <QString>
 
-/// What is said of one calculated project wherever it is said: on the report page, in the written
-/// report and on the command line. Numbers and verdicts are made here and nowhere else.
-struct ProjectFigures
+/// What is said of one calculated project on the report page, in the written report and on the
+/// command line: the same numbers in all three.
+struct Figures
 {
-    enum class Verdict
-    {
-        Fits,
-        StaticOverload, ///< what hangs on the motor exceeds its capacity
-        DynamicOverload ///< starting and stopping exceeds it, the motor's own weight included
-    };
+    using Verdict = Limits::MotorVerdict;
 
     struct MotorFigures
     {
@@ -61,10 +57,10 @@ public: // what was calculated
     bool isUnstable = false;
 
 public: // construction
-    /// The figures of the project in the engine, as it was last calculated.
-    static ProjectFigures collect(const QString& title);
-    /// Calculates `project` in the borrowed engine; its title is `tabName`.
-    static ProjectFigures calculate(const LoadLogic::ProjectState& project);
+    /// The figures of `project`, which is calculated first; its title is `tabName`.
+    static Figures of(const ProjectState& project);
+    /// The figures of a project that holds its results already.
+    static Figures ofSolved(const ProjectState& solved);
 
 public: // queries
     /// "OK ✅", "EXCESO ESTÁTICO ❌" or "EXCESO DINÁMICO ❌".
