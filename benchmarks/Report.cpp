@@ -25,10 +25,9 @@ void writeReport(benchmark::State& state)
 {
     const QTemporaryDir folder;
     const QList<LoadLogic::ProjectState> projects = tabs();
-    TrussView view;
     for ([[maybe_unused]] auto _ : state) {
         const ConsolidatedReport::Outcome outcome = ConsolidatedReport::write(
-            {projects, projects.first().tabName, folder.path(), QDateTime::currentDateTime()}, view,
+            {projects, projects.first().tabName, folder.path(), QDateTime::currentDateTime()},
             [](qsizetype /*done*/) { return true; });
         if (outcome.status != ConsolidatedReport::Status::Written || !outcome.missingDrawings.isEmpty())
             state.SkipWithError("the report was not written");

@@ -2,7 +2,6 @@
 
 #include "app/Console.h"
 #include "app/Summary.h"
-#include "canvas/TrussView.h"
 #include "io/ConsolidatedReport.h"
 #include "io/HtmlReport.h"
 #include "io/ProjectFile.h"
@@ -152,9 +151,8 @@ int Batch::report(const CommandLine& options)
     if (input.projects.isEmpty())
         return FAILED;
 
-    TrussView view;
     const ConsolidatedReport::Outcome outcome = ConsolidatedReport::write(
-        requestOf(input, options.reportFolder), view, [](qsizetype /*done*/) { return true; });
+        requestOf(input, options.reportFolder), [](qsizetype /*done*/) { return true; });
     const bool failed = hasFailed(outcome);
     const bool written = outcome.status == ConsolidatedReport::Status::Written;
     const bool printed =

@@ -5,20 +5,17 @@
 namespace
 {
 
-/// The frame of an array begins this far below the truss line, at scale 1 [px].
-constexpr int ARRAY_DROP = 5;
-/// Height of the drawn frame, at scale 1 [px].
-constexpr int ARRAY_FRAME_HEIGHT = 40;
 /// Height of a screen's box for the pointer, for each metre of the screen's height [px].
 constexpr float PIXELS_PER_SCREEN_METRE = 50.0F;
 
 } // namespace
 
-TrussGeometry::TrussGeometry(int width, int height, double scale, int marginX)
+TrussGeometry::TrussGeometry(int width, int height, double scale, int marginX, float trussLength)
     : m_scale(scale)
     , m_margin(scaled(marginX))
     , m_span(width - 2 * m_margin)
     , m_lineY(height / 2)
+    , m_trussLength(trussLength)
 {
 }
 
@@ -44,7 +41,7 @@ int TrussGeometry::lineY() const
 
 int TrussGeometry::offset(float position) const
 {
-    const float along = position / LoadLogic::TrussLength * static_cast<float>(m_span);
+    const float along = position / m_trussLength * static_cast<float>(m_span);
     return Numbers::toPixel(static_cast<double>(along));
 }
 
@@ -55,43 +52,44 @@ int TrussGeometry::toX(float position) const
 
 float TrussGeometry::toMetres(int x) const
 {
-    return static_cast<float>(x - m_margin) / static_cast<float>(m_span) * LoadLogic::TrussLength;
+    return static_cast<float>(x - m_margin) / static_cast<float>(m_span) * m_trussLength;
 }
 
-QRect TrussGeometry::motorLabelBox(const LoadLogic::Motor& motor) const
+QRect TrussGeometry::motorLabelBox(const Motor& motor) const
 {
-    return {toX(motor.positionX) - 45, m_lineY - 119, 90, 13};
+    return {toX(motor.positionX) - MOTOR_LABEL_WIDTH / 2, m_lineY - MOTOR_LABEL_TOP - MOTOR_POSITION_RISE,
+            MOTOR_LABEL_WIDTH, MOTOR_POSITION_HEIGHT};
 }
 
-QRect TrussGeometry::motorBodyBox(const LoadLogic::Motor& motor, int side) const
+QRect TrussGeometry::motorBodyBox(const Motor& motor, int side) const
 {
     return {toX(motor.positionX) - side / 2, m_lineY - side / 2, side, side};
 }
 
-QRect TrussGeometry::loadLabelBox(const LoadLogic::ActiveLoad& load) const
+QRect TrussGeometry::loadLabelBox(const ActiveLoad& load) const
 {
-    return {toX(load.positionX) - 40, m_lineY + 98, 80, 18};
+    return {toX(load.positionX) - LOAD_LABEL_WIDTH / 2, m_lineY + 98, LOAD_LABEL_WIDTH, 18};
 }
 
-QRect TrussGeometry::loadBodyBox(const LoadLogic::ActiveLoad& load) const
+QRect TrussGeometry::loadBodyBox(const ActiveLoad& load) const
 {
     return {toX(load.positionX) - 25, m_lineY - 5, 50, 60};
 }
 
-QRect TrussGeometry::arrayBox(const LoadLogic::ActiveLoad& segment, float centre) const
+QRect TrussGeometry::arrayBox(const ActiveLoad& segment, float centre) const
 {
     const int width = offset(segment.screenWidth);
     const int height = Numbers::toPixel(static_cast<double>(segment.screenHeight * PIXELS_PER_SCREEN_METRE));
-    return {toX(centre) - width / 2, m_lineY + ARRAY_DROP, width, height};
+    return {toX(centre) - width / 2, m_lineY + ARRAY_TOP, width, height};
 }
 
-QRect TrussGeometry::arrayMenuBox(const LoadLogic::ActiveLoad& segment, float centre) const
+QRect TrussGeometry::arrayMenuBox(const ActiveLoad& segment, float centre) const
 {
     const int width = offset(segment.screenWidth);
-    return {toX(centre) - width / 2, m_lineY + ARRAY_DROP, width, ARRAY_FRAME_HEIGHT};
+    return {toX(centre) - width / 2, m_lineY + ARRAY_TOP, width, ARRAY_HEIGHT};
 }
 
-QRect TrussGeometry::loadMenuBox(const LoadLogic::ActiveLoad& load) const
+QRect TrussGeometry::loadMenuBox(const ActiveLoad& load) const
 {
-    return {toX(load.positionX) - 15, m_lineY + ARRAY_DROP, 30, 25};
+    return {toX(load.positionX) - 15, m_lineY + ARRAY_TOP, 30, 25};
 }

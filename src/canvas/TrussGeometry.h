@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/LoadLogic.h"
+#include "engine/Project.h"
 
 #include <QPoint>
 #include <QRect>
@@ -8,13 +8,24 @@
 /// Metres to pixels and back, and where things can be grabbed, for one target size.
 ///
 /// Positions are metres from the truss's left end; pixels grow to the right and downwards. The
-/// truss is always stretched across the target between its margins. The boxes differ from what is
-/// drawn, and the pointer's from the menu's, on purpose: a hand needs more room than an eye.
+/// truss is always stretched across the target between its margins. The pointer's boxes are those of
+/// scale 1. They differ from what is drawn, and from the menu's: a motor is drawn above the truss line
+/// and grabbed on either side of it, a screen is grabbed at its own height and drawn flat.
 class TrussGeometry
 {
+public:                                            // dimensions that drawing and boxes share, at scale 1 [px]
+    static constexpr int ARRAY_TOP = 5;            ///< of a screen's frame, below the truss line
+    static constexpr int ARRAY_HEIGHT = 40;        ///< of a screen's frame
+    static constexpr int MOTOR_LABEL_TOP = 105;    ///< of what a motor carries, above the truss line
+    static constexpr int MOTOR_LABEL_WIDTH = 90;   ///< of that, and of the motor's position over it
+    static constexpr int MOTOR_POSITION_RISE = 14; ///< of the position, above the label's top
+    static constexpr int MOTOR_POSITION_HEIGHT = 13;
+    static constexpr int LOAD_LABEL_WIDTH = 80;
+
 public: // construction
-    /// `width` and `height` of the target [px]; `scale` is 1 on screen; `marginX` [px] at scale 1.
-    TrussGeometry(int width, int height, double scale, int marginX);
+    /// `width` and `height` of the target [px]; `scale` is 1 on screen; `marginX` [px] at scale 1;
+    /// `trussLength` [m], where one that is not positive gives positions without a meaning.
+    TrussGeometry(int width, int height, double scale, int marginX, float trussLength);
 
 public: // queries
     /// A length at scale 1 [px] as it is in the target, truncated.
@@ -30,20 +41,21 @@ public: // queries
     [[nodiscard]] float toMetres(int x) const;
 
 public: // boxes for the pointer
-    [[nodiscard]] QRect motorLabelBox(const LoadLogic::Motor& motor) const;
-    [[nodiscard]] QRect motorBodyBox(const LoadLogic::Motor& motor, int side) const;
-    [[nodiscard]] QRect loadLabelBox(const LoadLogic::ActiveLoad& load) const;
-    [[nodiscard]] QRect loadBodyBox(const LoadLogic::ActiveLoad& load) const;
+    [[nodiscard]] QRect motorLabelBox(const Motor& motor) const;
+    [[nodiscard]] QRect motorBodyBox(const Motor& motor, int side) const;
+    [[nodiscard]] QRect loadLabelBox(const ActiveLoad& load) const;
+    [[nodiscard]] QRect loadBodyBox(const ActiveLoad& load) const;
     /// As wide and as high as the screen itself, `centre` [m] being the middle of its array.
-    [[nodiscard]] QRect arrayBox(const LoadLogic::ActiveLoad& segment, float centre) const;
+    [[nodiscard]] QRect arrayBox(const ActiveLoad& segment, float centre) const;
 
 public: // boxes for the menu
-    [[nodiscard]] QRect arrayMenuBox(const LoadLogic::ActiveLoad& segment, float centre) const;
-    [[nodiscard]] QRect loadMenuBox(const LoadLogic::ActiveLoad& load) const;
+    [[nodiscard]] QRect arrayMenuBox(const ActiveLoad& segment, float centre) const;
+    [[nodiscard]] QRect loadMenuBox(const ActiveLoad& load) const;
 
 private: // data
     double m_scale;
     int m_margin;
     int m_span;
     int m_lineY;
+    float m_trussLength;
 };

@@ -1,23 +1,17 @@
 #include "canvas/TrussView.h"
 
+#include "canvas/ArrayPainter.h"
 #include "canvas/CanvasHost.h"
+#include "canvas/ScenePainter.h"
 
+#include <QContextMenuEvent>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QScopedValueRollback>
 
 #include <cmath>
-#include <utility>
 
 using namespace Qt::StringLiterals;
-
-namespace
-{
-
-/// A target this wide is drawn at a scale of 1 [px].
-constexpr double SCALE_ONE_WIDTH = 1000.0;
-
-} // namespace
 
 TrussView::TrussView(QWidget* parent)
     : QWidget(parent)
@@ -35,30 +29,30 @@ CanvasHost* TrussView::host() const
     return qobject_cast<CanvasHost*>(window());
 }
 
-std::optional<int> TrussView::selectedLoadId() const
+Scene TrussView::scene() const
 {
     const CanvasHost* window = host();
-    return window == nullptr ? std::nullopt : std::optional<int>(window->selectedLoad());
+    const Rating rating{LoadLogic::TrussStress_Percentage, LoadLogic::isUnstable};
+    return {LoadLogic::MotorList,
+            LoadLogic::ActiveLoads,
+            LoadLogic::TrussLength,
+            rating,
+            window == nullptr ? std::nullopt : std::optional<int>(window->selectedLoad()),
+            printMode,
+            blinkOn,
+            marginX,
+            motorBoxSize};
 }
 
-bool TrussView::hasLongArray()
+TrussGeometry TrussView::geometry() const
 {
-    qsizetype run = 0;
-    int groupId = -1;
-    for (const LoadLogic::ActiveLoad& load : std::as_const(LoadLogic::ActiveLoads)) {
-        const bool goesOn = Project::isScreen(load) && load.groupId == groupId;
-        groupId = load.groupId;
-        run = goesOn ? run + 1 : 1;
-        if (run > LONG_RUN)
-            return true;
-    }
-    return false;
+    return {width(), height(), 1.0, marginX, LoadLogic::TrussLength};
 }
 
 void TrussView::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    if (!hasLongArray()) {
+    if (!ArrayPainter::hasLongRun(LoadLogic::ActiveLoads)) {
         paintAll(painter);
         return;
     }
@@ -76,29 +70,92 @@ void TrussView::paintEvent(QPaintEvent* /*event*/)
 void TrussView::paintAll(QPainter& painter)
 {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillRect(rect(), colours(1.0).background);
-    drawScene(painter, width(), height(), 1.0, Order::LoadsFirst);
-    drawWarning(painter);
+    painter.fillRect(rect(), m_kit.palette(printMode, 1.0).background);
+    const Scene shown = scene();
+    ScenePainter scenePainter(painter, shown, m_kit, size(), 1.0);
+    scenePainter.draw(ScenePainter::Order::LoadsFirst);
+    scenePainter.drawWarning(rect());
 }
 
 QImage TrussView::renderToImage(int width, int height)
 {
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-
-    const QScopedValueRollback<bool> printing(printMode, true);
-    drawScene(painter, width, height, width / SCALE_ONE_WIDTH, Order::MotorsFirst);
-    return image;
+    Scene printed = scene();
+    printed.print = true;
+    return ScenePainter::toImage(printed, m_kit, width, height);
 }
 
 void TrussView::renderTo(QPainter& painter, const QRect& rect)
 {
-    painter.save();
-    painter.setClipRect(rect);
-    painter.translate(rect.topLeft());
-    painter.fillRect(0, 0, rect.width(), rect.height(), Qt::white);
-    drawScene(painter, rect.width(), rect.height(), rect.width() / SCALE_ONE_WIDTH, Order::LoadsFirst);
-    painter.restore();
+    ScenePainter::paintInto(painter, rect, scene(), m_kit);
+}
+
+void TrussView::drawTruss(QPainter& painter, int W, int H, double s)
+{
+    const Scene shown = scene();
+    ScenePainter(painter, shown, m_kit, {W, H}, s).drawTruss();
+}
+
+void TrussView::drawScreen(QPainter& painter, const LoadLogic::ActiveLoad& segment, int W, int H, double s)
+{
+    const Scene shown = scene();
+    ScenePainter(painter, shown, m_kit, {W, H}, s).drawScreen(segment);
+}
+
+void TrussView::drawLoad(QPainter& painter, const LoadLogic::ActiveLoad& load, int W, int H, double s)
+{
+    const Scene shown = scene();
+    ScenePainter(painter, shown, m_kit, {W, H}, s).drawLoad(load);
+}
+
+void TrussView::drawMotor(QPainter& painter, const LoadLogic::Motor& motor, int W, int H, double s)
+{
+    const Scene shown = scene();
+    ScenePainter(painter, shown, m_kit, {W, H}, s).drawMotor(motor);
+}
+
+void TrussView::drawFlexionLabel(QPainter& painter, int W, int H, double s)
+{
+    const Scene shown = scene();
+    ScenePainter(painter, shown, m_kit, {W, H}, s).drawFlexionLabel();
+}
+
+void TrussView::mousePressEvent(QMouseEvent* event)
+{
+    if (printMode)
+        return;
+    endDrag();
+    const QPoint point = event->position().toPoint();
+    const TrussGeometry seen = geometry();
+    begin(HitTest::targetAt(scene(), seen, point), seen.toMetres(point.x()));
+}
+
+void TrussView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (printMode)
+        return;
+    const QPoint point = event->position().toPoint();
+    if (draggedMotor != -1)
+        moveMotor(geometry().toMetres(point.x()));
+    else if (isDragging())
+        moveLoads(geometry().toMetres(point.x()));
+    else
+        setCursor(HitTest::isOverGrip(scene(), geometry(), point) ? Qt::OpenHandCursor : Qt::ArrowCursor);
+}
+
+void TrussView::mouseReleaseEvent(QMouseEvent* /*event*/)
+{
+    finishDrag();
+}
+
+void TrussView::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (printMode)
+        return;
+    const HitTest::Target target = HitTest::menuTargetAt(scene(), geometry(), event->pos());
+    if (const auto* motor = std::get_if<HitTest::MotorBody>(&target))
+        runMotorMenu(motor->index, event->globalPos());
+    else if (const auto* array = std::get_if<HitTest::ArrayBody>(&target))
+        runArrayMenu(array->index, event->globalPos());
+    else if (const auto* load = std::get_if<HitTest::LoadBody>(&target))
+        runLoadMenu(load->index, event->globalPos());
 }

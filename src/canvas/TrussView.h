@@ -1,21 +1,20 @@
 #pragma once
 
-#include "canvas/CanvasPalette.h"
-#include "canvas/TextLayouts.h"
-#include "canvas/TrussGeometry.h"
-#include "engine/Arrays.h"
+#include "canvas/HitTest.h"
+#include "canvas/PaintKit.h"
 #include "engine/LoadLogic.h"
 
 #include <QImage>
 #include <QWidget>
 
 #include <optional>
-#include <variant>
 
 class CanvasHost;
+class ScenePainter;
 
-/// Draws the project in the engine: the truss as a side elevation, motors above it, loads and LED
-/// arrays below it; and lets the user pick and move them. Keeps no copy of the model.
+/// Shows the current project as a drawing, and lets the user pick and move what is on it. Keeps no copy
+/// of the model: it makes a scene of it for each picture and each press, and forwards to the modules
+/// that draw, find and move.
 ///
 /// Pixels grow to the right and downwards; model positions are metres from the truss's left end.
 class TrussView : public QWidget
@@ -56,120 +55,42 @@ protected: // events
     void paintEvent(QPaintEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
-private: // nested types
-    /// What is drawn the same until scale or medium change.
-    struct Look
-    {
-        bool print;
-        double scale;
-        CanvasPalette colours;
-    };
-    struct MotorLabel
-    {
-        int index;
-    };
-    struct MotorBody
-    {
-        int index;
-    };
-    struct LoadLabel
-    {
-        int id;
-    };
-    struct LoadBody
-    {
-        int id;
-    };
-    /// The segment through which an array was hit.
-    struct Array
-    {
-        LoadLogic::ActiveLoad segment;
-    };
-    /// What lies under the pointer.
-    using Target = std::variant<std::monostate, MotorLabel, MotorBody, LoadLabel, LoadBody, Array>;
-    /// Arrays of more segments than this are painted into an image, where repeating can stop early.
-    static constexpr int LONG_RUN = 16;
-    enum class Order
-    {
-        LoadsFirst,
-        MotorsFirst
-    };
-
-private: // the window around
+private: // what stands around, and what is seen
     [[nodiscard]] CanvasHost* host() const;
-    /// What the window has selected, -1 for no load; nothing where there is no window.
-    [[nodiscard]] std::optional<int> selectedLoadId() const;
-    /// What a load is called on the canvas: its name, or "L" and its id when that is empty.
-    [[nodiscard]] static QString loadTitle(const LoadLogic::ActiveLoad& load);
-
-private: // drawing (TrussViewDrawing.cpp)
-    [[nodiscard]] TrussGeometry geometry(int W, int H, double s) const;
-    [[nodiscard]] TrussGeometry screenGeometry() const;
-    const CanvasPalette& colours(double s);
-    void drawScene(QPainter& painter, int W, int H, double s, Order order);
+    [[nodiscard]] Scene scene() const;
+    [[nodiscard]] TrussGeometry geometry() const;
     void paintAll(QPainter& painter);
-    [[nodiscard]] static QColor chordColour(const CanvasPalette& c);
-    void drawLoads(QPainter& painter, int W, int H, double s);
-    void drawMotors(QPainter& painter, int W, int H, double s);
-    void drawDimension(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c);
-    void drawLattice(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c);
-    void drawMotorBody(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c, int x,
-                       bool overloaded);
-    void drawMotorTexts(QPainter& painter, const TrussGeometry& g, const CanvasPalette& c,
-                        const LoadLogic::Motor& motor, bool overloaded);
-    void drawWarning(QPainter& painter);
 
-private: // drawing of arrays (TrussViewArrays.cpp)
-    /// Nothing where no load is of this group.
-    [[nodiscard]] std::optional<ArraySummary> arrayOf(int groupId) const;
-    [[nodiscard]] static bool hasLongArray();
-    void drawArrayRun(QPainter& painter, const LoadLogic::ActiveLoad& segment, int times, int W, int H,
-                      double s);
-    void drawMetres(QPainter& painter, const TrussGeometry& g, const QRect& frame, float a, float b, int W,
-                    double s);
-    static void fillMetres(QPainter& painter, const QRectF& area, double s);
-    void drawScreenLabel(QPainter& painter, const CanvasPalette& c, const QRect& frame,
-                         const QColor& frameColour);
-
-private: // pointer (TrussViewPointer.cpp)
-    [[nodiscard]] Target targetAt(QPoint point) const;
-    [[nodiscard]] Target loadTargetAt(QPoint point, const TrussGeometry& g) const;
-    [[nodiscard]] bool isOverGrip(QPoint point) const;
+private: // drags (TrussViewDrag.cpp)
+    void begin(const HitTest::Target& target, float metres);
+    void pickNothing();
     void beginMotorDrag(int index);
-    void beginLoadDrag(int id, float pointer);
-    void beginArrayDrag(const LoadLogic::ActiveLoad& segment, float pointer);
-    void moveMotor(float pointer);
-    void moveLoads(float pointer);
-    void followDraggedMotor();
+    void beginLoadDrag(int id, float metres);
+    void beginArrayDrag(const LoadLogic::ActiveLoad& segment, float metres);
     [[nodiscard]] bool isDragging() const;
+    void moveMotor(float metres);
+    void followMotor();
+    void moveLoads(float metres);
     void endDrag();
     /// What a release does: ends the drag and calculates once more.
     void finishDrag();
-    void selectNothing();
-    void askMotorPosition(LoadLogic::Motor motor);
-    void askLoadPosition(int id);
-    [[nodiscard]] std::optional<float> askPosition(const QString& title, float position);
-    void pushUndo();
-    void recalculate();
 
-private: // menu (TrussViewMenu.cpp)
-    /// Shows a menu of `entries` at `position`; returns the index of the chosen one, -1 for none. The
-    /// canvas may be destroyed meanwhile.
+private: // edits (TrussViewEdits.cpp)
+    void askMotorPosition(int index);
+    void askLoadPosition(qsizetype index);
     [[nodiscard]] int chooseFrom(const QStringList& entries, QPoint position);
-    [[nodiscard]] int arrayForMenuAt(QPoint point) const;
-    void runMotorMenu(LoadLogic::Motor motor, QPoint position);
-    void runArrayMenu(int groupId, QPoint position);
+    void runMotorMenu(int index, QPoint position);
+    void runArrayMenu(qsizetype index, QPoint position);
     void runLoadMenu(qsizetype index, QPoint position);
-    void editMotor(const LoadLogic::Motor& motor);
-    void removeMotor(const LoadLogic::Motor& motor);
+    void editMotor(const MotorIdentity& motor);
+    void removeMotor(const MotorIdentity& motor);
     void removeArray(int groupId);
     void editArray(int groupId);
     void removeLoad(qsizetype index);
-    void positionChanged();
+    void aboutToEdit();
+    void edited();
 
-private: // data
-    std::optional<Look> m_look;
-    std::optional<LoadLogic::Motor> m_grabbedMotor; ///< as it last stood in a motor drag
-    std::optional<ArraySummaries> m_arrays;         ///< while a scene is drawn
-    TextLayouts m_texts;
+private:                                         // data
+    std::optional<MotorIdentity> m_grabbedMotor; ///< while a motor is dragged
+    PaintKit m_kit;
 };

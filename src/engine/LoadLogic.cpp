@@ -104,11 +104,6 @@ float LoadLogic::ClampToTruss(float x)
     return Project::clampToTruss(x, TrussLength);
 }
 
-int LoadLogic::IndexOfMotor(const Motor& motor)
-{
-    return Project::indexOfMotor(MotorList, motor);
-}
-
 LoadLogic::ActiveLoad* LoadLogic::FindLoad(int id)
 {
     const qsizetype index = Project::indexOfLoad(ActiveLoads, id);
@@ -148,16 +143,4 @@ void LoadLogic::Reset()
     Bumper_Weight_Per_Meter = fresh.bumperWeightPerMeter;
     LED_TotalWeight = fresh.ledTotalWeight;
     keep({});
-}
-
-EngineLoan::EngineLoan()
-    : m_state(LoadLogic::Snapshot())
-{
-}
-
-EngineLoan::~EngineLoan()
-{
-    LoadLogic::MakeCurrent(m_state);
-    LoadLogic::LED_TotalWeight = m_state.ledTotalWeight;
-    keep({m_state.trussStressPercentage, m_state.isUnstable});
 }

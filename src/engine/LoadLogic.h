@@ -74,8 +74,6 @@ public: // queries
     static QString formatCoordinate(float x);
     /// `x` [m] brought into 0 to `TrussLength`; 0 where the truss has no length.
     static float ClampToTruss(float x);
-    /// Where `motor` now stands in `MotorList`; see `Project::indexOfMotor`.
-    static int IndexOfMotor(const Motor& motor);
     /// The first load with this id, or nothing; -1 stands for no load. Invalid once `ActiveLoads` changes.
     static ActiveLoad* FindLoad(int id);
 
@@ -87,19 +85,4 @@ public: // snapshots
     static void MakeCurrent(const ProjectState& state);
     /// As when the program starts, without motors and loads; only the counters of ids go on.
     static void Reset();
-};
-
-/// Gives the engine back: keeps the current project and its results from construction to
-/// destruction, so that another project can be calculated in between. The id counters are not
-/// part of a project and go on.
-class EngineLoan
-{
-public: // construction
-    EngineLoan();
-    ~EngineLoan();
-    EngineLoan(const EngineLoan&) = delete;
-    EngineLoan& operator=(const EngineLoan&) = delete;
-
-private: // data
-    LoadLogic::ProjectState m_state;
 };

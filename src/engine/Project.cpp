@@ -15,9 +15,32 @@ constexpr float CENTRE_TOLERANCE = 0.001F;
 
 } // namespace
 
+MotorIdentity MotorIdentity::at(const QList<Motor>& motors, int index)
+{
+    return {motors.at(index).id, motors.at(index).positionX, index};
+}
+
+int MotorIdentity::indexIn(const QList<Motor>& motors) const
+{
+    const auto isIt = [this](const Motor& motor) { return motor.id == id && motor.positionX == positionX; };
+    if (index >= 0 && index < motors.size() && isIt(motors.at(index)))
+        return index;
+
+    auto found = std::find_if(motors.cbegin(), motors.cend(), isIt);
+    if (found == motors.cend())
+        found = std::find_if(motors.cbegin(), motors.cend(),
+                             [this](const Motor& motor) { return motor.id == id; });
+    return found == motors.cend() ? -1 : static_cast<int>(found - motors.cbegin());
+}
+
 QString Project::motorTitle(const Motor& motor)
 {
     return motor.modelName.isEmpty() ? u'M' + QString::number(motor.id) : motor.modelName;
+}
+
+QString Project::loadTitle(const ActiveLoad& load)
+{
+    return load.name.isEmpty() ? u'L' + QString::number(load.id) : load.name;
 }
 
 bool Project::isScreen(const ActiveLoad& load)
@@ -28,21 +51,6 @@ bool Project::isScreen(const ActiveLoad& load)
 bool Project::isArraySegment(const ActiveLoad& load)
 {
     return isScreen(load) && load.groupId != -1;
-}
-
-int Project::indexOfMotor(const QList<Motor>& motors, const Motor& motor)
-{
-    int sameId = -1;
-    for (qsizetype i = 0; i < motors.size(); ++i) {
-        const Motor& candidate = motors.at(i);
-        if (candidate.id != motor.id)
-            continue;
-        if (candidate.positionX == motor.positionX)
-            return static_cast<int>(i);
-        if (sameId < 0)
-            sameId = static_cast<int>(i);
-    }
-    return sameId;
 }
 
 qsizetype Project::indexOfLoad(const QList<ActiveLoad>& loads, int id)

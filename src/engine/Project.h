@@ -56,19 +56,37 @@ struct ProjectState
     int projectCounter = 100; ///< carried along unchanged
 };
 
+/// Which motor of a project is meant, through recalculations that sort the motors and edits that
+/// move them. Opened files may repeat an id, hence the position, and motors may share both, hence
+/// the index.
+struct MotorIdentity
+{
+    int id = 0;
+    float positionX = 0.0F; ///< where it last stood [m]
+    int index = -1;         ///< where it last was in the list
+
+public: // construction
+    /// The motor at `index` of `motors`, which must be one of them.
+    static MotorIdentity at(const QList<Motor>& motors, int index);
+
+public: // queries
+    /// Where the motor now is in `motors`: at its index if the motor there has its id and position, else
+    /// the first one that has both, else the first with its id, else -1.
+    [[nodiscard]] int indexIn(const QList<Motor>& motors) const;
+};
+
 /// Questions about the records of a project, whoever holds them.
 namespace Project
 {
 
 /// What a motor is called: its model name, or "M" and its id when that is empty.
 QString motorTitle(const Motor& motor);
+/// What a load is called on the canvas: its name, or "L" and its id when that is empty.
+QString loadTitle(const ActiveLoad& load);
 /// True for the type words of a screen: exactly "Video" or "Video_Segment".
 bool isScreen(const ActiveLoad& load);
 /// True for a screen's load that belongs to an array.
 bool isArraySegment(const ActiveLoad& load);
-/// Where `motor` now stands in `motors`: the one with its id and position, else the first with its
-/// id, else -1. Opened files may repeat an id, hence the position.
-int indexOfMotor(const QList<Motor>& motors, const Motor& motor);
 /// Where the first load with this id stands in `loads`, else -1; the id -1 stands for no load.
 qsizetype indexOfLoad(const QList<ActiveLoad>& loads, int id);
 /// `x` [m] brought into 0 to `trussLength` [m]; 0 where the truss has no length or `x` is not a number.

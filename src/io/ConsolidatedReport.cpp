@@ -1,6 +1,7 @@
 #include "io/ConsolidatedReport.h"
 
-#include "canvas/TrussView.h"
+#include "canvas/ScenePainter.h"
+#include "engine/Statics.h"
 #include "io/HtmlReport.h"
 #include "io/SafeFile.h"
 
@@ -16,45 +17,27 @@ constexpr int DRAWING_WIDTH = 2000; // [px]
 constexpr int DRAWING_HEIGHT = 800; // [px]
 constexpr int JPEG_QUALITY = 90;
 
-/// The drawing of the project in the engine, encoded.
-QByteArray drawing(TrussView& view)
+/// The drawing of a project that holds its results, encoded.
+QByteArray drawing(const ProjectState& solved, PaintKit& kit)
 {
-    view.printMode = true;
-    view.update();
-
     QByteArray bytes;
     QBuffer buffer(&bytes);
-    view.renderToImage(DRAWING_WIDTH, DRAWING_HEIGHT).save(&buffer, "JPG", JPEG_QUALITY);
+    ScenePainter::toImage(Scene::forPrint(solved), kit, DRAWING_WIDTH, DRAWING_HEIGHT)
+        .save(&buffer, "JPG", JPEG_QUALITY);
     return bytes;
-}
-
-struct Drawn
-{
-    Figures figures;
-    QByteArray jpeg;
-};
-
-Drawn draw(const LoadLogic::ProjectState& project, TrussView& view)
-{
-    const EngineLoan loan;
-    LoadLogic::MakeCurrent(project);
-    LoadLogic::CalcularReacciones();
-    ProjectState solved = LoadLogic::Snapshot();
-    solved.tabName = project.tabName;
-    return {Figures::ofSolved(solved), drawing(view)};
 }
 
 } // namespace
 
-ConsolidatedReport::Outcome ConsolidatedReport::write(const Request& request, TrussView& view,
-                                                      const Progress& progress)
+ConsolidatedReport::Outcome ConsolidatedReport::write(const Request& request, const Progress& progress)
 {
     Outcome outcome;
     QList<QByteArray> drawings;
-    for (const LoadLogic::ProjectState& project : request.projects) {
-        Drawn drawn = draw(project, view);
-        outcome.figures.append(drawn.figures);
-        drawings.append(drawn.jpeg);
+    PaintKit kit;
+    for (const ProjectState& project : request.projects) {
+        const ProjectState solved = Statics::solved(project);
+        outcome.figures.append(Figures::ofSolved(solved));
+        drawings.append(drawing(solved, kit));
         if (!progress(drawings.size())) {
             outcome.status = Status::Cancelled;
             return outcome;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/Figures.h"
-#include "engine/LoadLogic.h"
+#include "engine/Project.h"
 
 #include <QDateTime>
 #include <QList>
@@ -9,16 +9,14 @@
 
 #include <functional>
 
-class TrussView;
-
 /// Writes the report of several projects, with one drawing each, into a folder.
 namespace ConsolidatedReport
 {
 
 struct Request
 {
-    QList<LoadLogic::ProjectState> projects; ///< `tabName` is the title
-    QString currentTitle;                    ///< stands in the heading
+    QList<ProjectState> projects; ///< `tabName` is the title
+    QString currentTitle;         ///< stands in the heading
     QString folder;
     QDateTime generated;
 };
@@ -38,11 +36,10 @@ struct Outcome
     QStringList missingDrawings; ///< paths of those that could not be saved
 };
 
-/// Told after each project how many are done; false cancels. The engine is given back meanwhile.
+/// Told after each project how many are done; false cancels.
 using Progress = std::function<bool(qsizetype done)>;
 
-/// Calculates each project in the borrowed engine, draws it with `view` and writes everything once
-/// all of it is there.
-Outcome write(const Request& request, TrussView& view, const Progress& progress);
+/// Calculates and draws each project, and writes everything once all of it is there.
+Outcome write(const Request& request, const Progress& progress);
 
 } // namespace ConsolidatedReport

@@ -1,6 +1,4 @@
-#include "canvas/TrussView.h"
 #include "io/ConsolidatedReport.h"
-#include "io/ReportPage.h"
 #include "io/ReportProgress.h"
 #include "ui/MainWindow.h"
 
@@ -17,12 +15,10 @@ using ConsolidatedReport::Status;
 namespace
 {
 
-ConsolidatedReport::Outcome writeReport(const ConsolidatedReport::Request& request, TrussView& drawing,
-                                        QWidget* window)
+ConsolidatedReport::Outcome writeReport(const ConsolidatedReport::Request& request, QWidget* window)
 {
     ReportProgress progress(window, request.projects.size());
-    return ConsolidatedReport::write(request, drawing,
-                                     [&progress](qsizetype done) { return progress.advance(done); });
+    return ConsolidatedReport::write(request, [&progress](qsizetype done) { return progress.advance(done); });
 }
 
 } // namespace
@@ -33,8 +29,7 @@ void MainWindow::onPrintReportClicked()
     const QString currentTitle =
         isProject(currentProjectIndex) ? m_tabBar->tabText(currentProjectIndex) : u"Sin Nombre"_s;
     const ConsolidatedReport::Outcome outcome =
-        writeReport({reported, currentTitle, QDir::tempPath(), QDateTime::currentDateTime()},
-                    *m_reportPage->drawing(), this);
+        writeReport({reported, currentTitle, QDir::tempPath(), QDateTime::currentDateTime()}, this);
     settleEngine();
 
     if (outcome.status == Status::NotWritten) {

@@ -51,30 +51,38 @@ public: // snapshots and undo (MainWindowSnapshots.cpp)
     [[nodiscard]] LoadLogic::ProjectState captureCurrentState() const;
     /// Makes `s` the current project and fills the fields; calculates and repaints nothing.
     void restoreProjectState(const LoadLogic::ProjectState& s);
-    void pushUndoState() override;
+    void pushUndoState();
     void undo();
 
 public: // results (MainWindowResults.cpp)
-    void updateCalculations() override;
+    void updateCalculations();
     void validateInputs();
     [[nodiscard]] static QString formatCoordinate(float x);
 
 public: // selection and panels (MainWindowPanels.cpp)
-    [[nodiscard]] int selectedLoad() const override;
-    void showMotorProperties(int index) override;
-    void showLoadProperties(int id) override;
-    void hidePropertyPanels() override;
+    void showMotorProperties(int index);
+    void showLoadProperties(int id);
+    void hidePropertyPanels();
     void onMotorPropertyChanged();
     void onLoadPropertyChanged();
     void deleteSelectedMotor();
     void deleteSelectedLoad();
 
-public: // what the canvas asks for (MainWindowCanvas.cpp)
-    void onPositionChanged(int perMille) override;
-    void loadDragBegan() override;
-    void arrayDragBegan(const LoadLogic::ActiveLoad& segment) override;
-    void editArrayParameters(LoadLogic::ActiveLoad segment) override;
-    void clearLoadSelection() override;
+public: // positions (MainWindowCanvas.cpp)
+    /// The project was changed at some position: recalculates and refreshes. With a `perMille` other than
+    /// -1 and a screen selected, its array moves to that many thousandths of the truss first.
+    void onPositionChanged(int perMille);
+
+public: // what the canvas tells (MainWindowCanvas.cpp)
+    [[nodiscard]] int selectedLoad() const override;
+    void motorPicked(int index) override;
+    void loadPicked(int id) override;
+    void arrayPicked(const LoadLogic::ActiveLoad& segment) override;
+    void nothingPicked() override;
+    void aboutToEdit() override;
+    void edited() override;
+    void selectedLoadRemoved() override;
+    void arrayEditRequested(const LoadLogic::ActiveLoad& segment) override;
 
 public: // screens (MainWindowScreens.cpp)
     /// Builds the array of the selected segment again from the screen fields, centred at `x` [m];
@@ -172,14 +180,14 @@ private: // reports (io/MainWindowReportPage.cpp, io/MainWindowHtmlReport.cpp)
     void showInBrowser(const QString& path);
 
 private: // selection, kept true to what the engine holds
-    [[nodiscard]] std::optional<LoadLogic::Motor> selectedMotor() const;
+    [[nodiscard]] std::optional<MotorIdentity> selectedMotor() const;
     /// Whether the open panel stands for something else than what is selected.
     [[nodiscard]] bool isMotorPanelStale() const;
     [[nodiscard]] bool isLoadPanelStale() const;
-    void followSelectedMotor(const LoadLogic::Motor& motor);
+    void followSelectedMotor(const MotorIdentity& motor);
     void keepMotorPanelTrue();
     void fillMotorPanel();
-    void refreshPanels(const std::optional<LoadLogic::Motor>& motor);
+    void refreshPanels(const std::optional<MotorIdentity>& motor);
     void refreshLoadPanel();
     void selectLoad(int id);
     void fillSelectedLoadFields();

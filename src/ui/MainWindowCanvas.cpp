@@ -25,16 +25,41 @@ void MainWindow::onPositionChanged(int perMille)
     if (load->groupId == -1)
         return;
     updateSelectedLED(static_cast<float>(perMille) / PER_MILLE * LoadLogic::TrussLength);
-    isRestoring = false;
 }
 
-void MainWindow::loadDragBegan()
+int MainWindow::selectedLoad() const
 {
+    return selectedLoadId;
+}
+
+void MainWindow::motorPicked(int index)
+{
+    showMotorProperties(index);
+}
+
+void MainWindow::loadPicked(int id)
+{
+    showLoadProperties(id);
     m_led->resetButton();
 }
 
+void MainWindow::nothingPicked()
+{
+    hidePropertyPanels();
+}
+
+void MainWindow::aboutToEdit()
+{
+    pushUndoState();
+}
+
+void MainWindow::edited()
+{
+    onPositionChanged(-1);
+}
+
 // The panels stay as they are; what they show is not selected any more.
-void MainWindow::arrayDragBegan(const LoadLogic::ActiveLoad& segment)
+void MainWindow::arrayPicked(const LoadLogic::ActiveLoad& segment)
 {
     selectedLoadId = segment.id;
     selectedMotorIndex = -1;
@@ -53,7 +78,7 @@ void MainWindow::arrayDragBegan(const LoadLogic::ActiveLoad& segment)
     isRestoring = false;
 }
 
-void MainWindow::editArrayParameters(LoadLogic::ActiveLoad segment)
+void MainWindow::arrayEditRequested(const LoadLogic::ActiveLoad& segment)
 {
     selectLoad(segment.id);
     m_led->typeWidth(Numbers::general(segment.screenWidth));
@@ -61,7 +86,7 @@ void MainWindow::editArrayParameters(LoadLogic::ActiveLoad segment)
     m_led->typeCable(Numbers::fixed(segment.cableWeightPercent, 1));
 }
 
-void MainWindow::clearLoadSelection()
+void MainWindow::selectedLoadRemoved()
 {
     selectedLoadId = -1;
     refreshLoadPanel();

@@ -27,11 +27,6 @@ int indexOfMotor(int id, int otherwise)
 
 } // namespace
 
-int MainWindow::selectedLoad() const
-{
-    return selectedLoadId;
-}
-
 void MainWindow::showMotorProperties(int index)
 {
     if (!isMotor(index))
@@ -42,7 +37,6 @@ void MainWindow::showMotorProperties(int index)
     fillMotorPanel();
     m_loadPanel->hide();
     m_motorPanel->show();
-    isRestoring = false;
 }
 
 void MainWindow::showLoadProperties(int id)
@@ -108,11 +102,11 @@ void MainWindow::deleteSelectedLoad()
     updateCalculations();
 }
 
-std::optional<LoadLogic::Motor> MainWindow::selectedMotor() const
+std::optional<MotorIdentity> MainWindow::selectedMotor() const
 {
     if (!isMotor(selectedMotorIndex))
         return std::nullopt;
-    return LoadLogic::MotorList.at(selectedMotorIndex);
+    return MotorIdentity::at(LoadLogic::MotorList, selectedMotorIndex);
 }
 
 bool MainWindow::isMotorPanelStale() const
@@ -127,9 +121,9 @@ bool MainWindow::isLoadPanelStale() const
     return !m_loadPanel->isHidden() && m_loadPanel->shownId() != selectedLoadId;
 }
 
-void MainWindow::followSelectedMotor(const LoadLogic::Motor& motor)
+void MainWindow::followSelectedMotor(const MotorIdentity& motor)
 {
-    const int index = LoadLogic::IndexOfMotor(motor);
+    const int index = motor.indexIn(LoadLogic::MotorList);
     if (index >= 0)
         selectedMotorIndex = index;
 }
@@ -157,9 +151,9 @@ void MainWindow::fillMotorPanel()
 
 // After another project or another state of it came into the engine: the panels follow what they
 // stand for, or go. A restored load selection ends that of a motor.
-void MainWindow::refreshPanels(const std::optional<LoadLogic::Motor>& motor)
+void MainWindow::refreshPanels(const std::optional<MotorIdentity>& motor)
 {
-    selectedMotorIndex = motor && selectedLoadId == -1 ? LoadLogic::IndexOfMotor(*motor) : -1;
+    selectedMotorIndex = motor && selectedLoadId == -1 ? motor->indexIn(LoadLogic::MotorList) : -1;
     if (!isMotor(selectedMotorIndex))
         m_motorPanel->hide();
     else if (!m_motorPanel->isHidden())

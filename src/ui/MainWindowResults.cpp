@@ -18,7 +18,7 @@ constexpr int HYPERSTATIC_MOTOR_COUNT = 3;
 
 void MainWindow::updateCalculations()
 {
-    const std::optional<LoadLogic::Motor> motor = selectedMotor();
+    const std::optional<MotorIdentity> motor = selectedMotor();
     LoadLogic::CalcularReacciones();
     if (motor)
         followSelectedMotor(*motor);

@@ -22,13 +22,9 @@ const QString IDLE_MASS = u"5"_s;
 
 LoadLogic::ProjectState MainWindow::captureCurrentState() const
 {
-    LoadLogic::ProjectState s;
+    LoadLogic::ProjectState s = LoadLogic::Snapshot();
     if (isProject(currentProjectIndex) && m_tabBar != nullptr)
         s.tabName = m_tabBar->tabText(currentProjectIndex);
-
-    s.trussLength = LoadLogic::TrussLength;
-    s.trussSelfWeight = LoadLogic::TrussSelfWeight;
-    s.limitCPL = LoadLogic::Limit_CPL;
 
     const LedArray screen = m_led->screen();
     s.screenWidth = screen.width;
@@ -37,11 +33,6 @@ LoadLogic::ProjectState MainWindow::captureCurrentState() const
     s.bumperWeightPerMeter = screen.bumperWeightPerMeter;
     s.cableWeightPercent = screen.cableWeightPercent;
 
-    s.ledTotalWeight = LoadLogic::LED_TotalWeight;
-    s.trussStressPercentage = LoadLogic::TrussStress_Percentage;
-    s.isUnstable = LoadLogic::isUnstable;
-    s.motors = LoadLogic::MotorList;
-    s.loads = LoadLogic::ActiveLoads;
     s.selectedLoadId = selectedLoadId;
     s.projectCounter = projectCounter;
     return s;
@@ -50,7 +41,7 @@ LoadLogic::ProjectState MainWindow::captureCurrentState() const
 void MainWindow::restoreProjectState(const LoadLogic::ProjectState& s)
 {
     isRestoring = true;
-    const std::optional<LoadLogic::Motor> motor = selectedMotor();
+    const std::optional<MotorIdentity> motor = selectedMotor();
     LoadLogic::MakeCurrent(s);
     selectedLoadId = s.selectedLoadId;
     projectCounter = s.projectCounter;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "canvas/CanvasHost.h"
+#include "engine/LoadLogic.h"
 
 #include <QMainWindow>
 #include <QStringList>
@@ -22,53 +23,46 @@ public: // queries
         return selected;
     }
 
-public: // commands
-    void pushUndoState() override
-    {
-        calls += QStringLiteral("push");
-    }
-    void showMotorProperties(int index) override
+public: // what was picked
+    void motorPicked(int index) override
     {
         calls += QStringLiteral("motor ") + QString::number(index);
     }
-    void showLoadProperties(int id) override
+    void loadPicked(int id) override
     {
         selected = id;
         calls += QStringLiteral("load");
     }
-    void hidePropertyPanels() override
-    {
-        selected = -1;
-        calls += QStringLiteral("hide");
-    }
-    void onPositionChanged(int perMille) override
-    {
-        calls += QStringLiteral("position ") + QString::number(perMille);
-        LoadLogic::CalcularReacciones();
-    }
-    void updateCalculations() override
-    {
-        calls += QStringLiteral("update");
-        LoadLogic::CalcularReacciones();
-    }
-    void loadDragBegan() override
-    {
-        calls += QStringLiteral("load drag");
-    }
-    void arrayDragBegan(const LoadLogic::ActiveLoad& load) override
+    void arrayPicked(const LoadLogic::ActiveLoad& load) override
     {
         selected = load.id;
         segment = load;
-        calls += QStringLiteral("array drag");
+        calls += QStringLiteral("array");
     }
-    void editArrayParameters(LoadLogic::ActiveLoad load) override
+    void nothingPicked() override
+    {
+        selected = -1;
+        calls += QStringLiteral("nothing");
+    }
+
+public: // what is being changed
+    void aboutToEdit() override
+    {
+        calls += QStringLiteral("about to edit");
+    }
+    void edited() override
+    {
+        calls += QStringLiteral("edited");
+        LoadLogic::CalcularReacciones();
+    }
+    void selectedLoadRemoved() override
+    {
+        selected = -1;
+        calls += QStringLiteral("load removed");
+    }
+    void arrayEditRequested(const LoadLogic::ActiveLoad& load) override
     {
         segment = load;
         calls += QStringLiteral("edit array");
-    }
-    void clearLoadSelection() override
-    {
-        selected = -1;
-        calls += QStringLiteral("clear");
     }
 };

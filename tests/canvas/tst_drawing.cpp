@@ -113,9 +113,9 @@ void usualProject()
     LoadLogic::CalcularReacciones();
 }
 
-using Scene = void (*)();
+using BuildScene = void (*)();
 
-const std::initializer_list<std::pair<const char*, Scene>> SCENES = {
+const std::initializer_list<std::pair<const char*, BuildScene>> SCENES = {
     {"nothing but the truss", [] {}},
     {"usual project", usualProject},
     {"12.5 m",
@@ -171,7 +171,7 @@ const std::initializer_list<std::pair<const char*, Scene>> SCENES = {
 
 void TestDrawing::scene_isPaintedAsWrittenDown_data()
 {
-    QTest::addColumn<Scene>("scene");
+    QTest::addColumn<BuildScene>("scene");
     QTest::addColumn<bool>("blinkOn");
     QTest::addColumn<bool>("print");
     for (const auto& [name, scene] : SCENES) {
@@ -183,7 +183,7 @@ void TestDrawing::scene_isPaintedAsWrittenDown_data()
 
 void TestDrawing::scene_isPaintedAsWrittenDown()
 {
-    QFETCH(Scene, scene);
+    QFETCH(BuildScene, scene);
     QFETCH(bool, blinkOn);
     QFETCH(bool, print);
     scene();

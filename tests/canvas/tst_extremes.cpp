@@ -482,7 +482,7 @@ void TestExtremes::positionOfAnImpossibleTruss_canBeAsked()
     TrussView view;
     view.resize(1000, 400);
     view.show();
-    const TrussGeometry geometry(1000, 400, 1.0, 80);
+    const TrussGeometry geometry(1000, 400, 1.0, 80, length);
     const QPoint label = geometry.loadLabelBox(LoadLogic::ActiveLoads.first()).center();
 
     Support::Answer<QInputDialog> accept([](QInputDialog& dialog) { dialog.accept(); });

@@ -1,22 +1,16 @@
 #include "canvas/TrussGeometry.h"
-#include "support/Window.h"
 
 #include <QTest>
 
 #include <limits>
 
-// On a target of 1160 × 600 at scale 1 the margin is 80 px, the span 1000 px, the truss line at 300.
+// On a target of 1160 × 600 at scale 1 the margin is 80 px, the span 1000 px or 100 px a metre of a truss
+// of 10 m, the truss line at 300.
 class TestGeometry : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        LoadLogic::Reset();
-        LoadLogic::TrussLength = 10.0F; // 100 px a metre
-    }
-
     void target_isDividedIntoMarginsAndSpan();
     void scale_truncates();
     void position_truncatesTowardZero();
@@ -24,16 +18,11 @@ private slots:
     void boxes_areThoseOfTheHand();
     void menuBoxes_areSmaller();
     void edges_belongToTheBox();
-    void array_isTheMeanOfItsLoads();
-    void array_takesTheFirstWidthThatIsNotZero();
-    void array_isSelectedThroughAnySegment();
-    void noSelection_meansNotTheLoadOfThatId();
-    void arrayOfNoLoads_isNothingAtTheLeftEnd();
     void unusableLengths_areDefined_data();
     void unusableLengths_areDefined();
 
 private:
-    const TrussGeometry g{1160, 600, 1.0, 80};
+    const TrussGeometry g{1160, 600, 1.0, 80, 10.0F};
 };
 
 void TestGeometry::target_isDividedIntoMarginsAndSpan()
@@ -41,7 +30,7 @@ void TestGeometry::target_isDividedIntoMarginsAndSpan()
     QCOMPARE(g.margin(), 80);
     QCOMPARE(g.span(), 1000);
     QCOMPARE(g.lineY(), 300);
-    const TrussGeometry report(2000, 801, 2.0, 80);
+    const TrussGeometry report(2000, 801, 2.0, 80, 10.0F);
     QCOMPARE(report.margin(), 160);
     QCOMPARE(report.span(), 1680);
     QCOMPARE(report.lineY(), 400); // 801 / 2
@@ -49,7 +38,7 @@ void TestGeometry::target_isDividedIntoMarginsAndSpan()
 
 void TestGeometry::scale_truncates()
 {
-    const TrussGeometry narrow(999, 400, 0.999, 80);
+    const TrussGeometry narrow(999, 400, 0.999, 80, 10.0F);
     QCOMPARE(narrow.margin(), 79);     // 79.92
     QCOMPARE(narrow.scaled(1), 0);     // 0.999
     QCOMPARE(narrow.scaled(90), 89);   // 89.91
@@ -74,11 +63,11 @@ void TestGeometry::pointer_mapsBack()
 
 void TestGeometry::boxes_areThoseOfTheHand()
 {
-    LoadLogic::Motor motor;
+    Motor motor;
     motor.positionX = 5.0F; // at 580
     QCOMPARE(g.motorLabelBox(motor), QRect(535, 181, 90, 13));
     QCOMPARE(g.motorBodyBox(motor, 70), QRect(545, 265, 70, 70));
-    LoadLogic::ActiveLoad load;
+    ActiveLoad load;
     load.positionX = 5.0F;
     QCOMPARE(g.loadLabelBox(load), QRect(540, 398, 80, 18));
     QCOMPARE(g.loadBodyBox(load), QRect(555, 295, 50, 60));
@@ -89,7 +78,7 @@ void TestGeometry::boxes_areThoseOfTheHand()
 
 void TestGeometry::menuBoxes_areSmaller()
 {
-    LoadLogic::ActiveLoad load;
+    ActiveLoad load;
     load.positionX = 5.0F;
     load.screenWidth = 3.0F;
     load.screenHeight = 2.5F;
@@ -99,67 +88,12 @@ void TestGeometry::menuBoxes_areSmaller()
 
 void TestGeometry::edges_belongToTheBox()
 {
-    LoadLogic::ActiveLoad load;
+    ActiveLoad load;
     load.positionX = 5.0F;
     const QRect box = g.loadMenuBox(load);
     QVERIFY(box.contains(QPoint(565, 305)) && box.contains(QPoint(594, 329)));
     QVERIFY(!box.contains(QPoint(564, 305)) && !box.contains(QPoint(595, 305)));
     QVERIFY(!box.contains(QPoint(565, 304)) && !box.contains(QPoint(565, 330)));
-}
-
-void TestGeometry::array_isTheMeanOfItsLoads()
-{
-    LoadLogic::ActiveLoad load;
-    load.groupId = 100;
-    for (const float x : {1.0F, 2.0F, 6.0F}) {
-        load.positionX = x;
-        LoadLogic::PlaceLoad(load);
-    }
-    load.groupId = 101;
-    LoadLogic::PlaceLoad(load);
-    QCOMPARE(Arrays::summarize(LoadLogic::ActiveLoads, -1).value(100).centre, 3.0F);
-    QCOMPARE(Arrays::summarize(LoadLogic::ActiveLoads, -1).value(101).centre, 6.0F);
-}
-
-void TestGeometry::array_takesTheFirstWidthThatIsNotZero()
-{
-    LoadLogic::ActiveLoad load;
-    load.groupId = 100;
-    for (const float width : {0.0F, 4.0F, 7.0F}) {
-        load.screenWidth = width;
-        LoadLogic::PlaceLoad(load);
-    }
-    QCOMPARE(Arrays::summarize(LoadLogic::ActiveLoads, -1).value(100).width, 4.0F);
-}
-
-void TestGeometry::array_isSelectedThroughAnySegment()
-{
-    LoadLogic::ActiveLoad load;
-    load.groupId = 100;
-    LoadLogic::PlaceLoad(load);
-    const int id = LoadLogic::PlaceLoad(load);
-    load.groupId = 101;
-    LoadLogic::PlaceLoad(load);
-    QVERIFY(Arrays::summarize(LoadLogic::ActiveLoads, id).value(100).selected);
-    QVERIFY(!Arrays::summarize(LoadLogic::ActiveLoads, id).value(101).selected);
-    QVERIFY(!Arrays::summarize(LoadLogic::ActiveLoads, -1).value(100).selected);
-}
-
-void TestGeometry::noSelection_meansNotTheLoadOfThatId()
-{
-    LoadLogic::ActiveLoad load;
-    load.id = -1; // a file may bring it, and -1 tells that nothing is selected
-    load.groupId = 100;
-    LoadLogic::ActiveLoads.append(load);
-    QVERIFY(!Arrays::summarize(LoadLogic::ActiveLoads, -1).value(100).selected);
-}
-
-void TestGeometry::arrayOfNoLoads_isNothingAtTheLeftEnd()
-{
-    const ArraySummary array = Arrays::summarize(LoadLogic::ActiveLoads, -1).value(100);
-    QCOMPARE(array.centre, 0.0F);
-    QCOMPARE(array.width, 0.0F);
-    QVERIFY(!array.selected);
 }
 
 void TestGeometry::unusableLengths_areDefined_data()
@@ -176,8 +110,7 @@ void TestGeometry::unusableLengths_areDefined()
 {
     QFETCH(float, length);
     QFETCH(int, atOne);
-    LoadLogic::TrussLength = length;
-    QCOMPARE(g.toX(1.0F), atOne);
+    QCOMPARE(TrussGeometry(1160, 600, 1.0, 80, length).toX(1.0F), atOne);
 }
 
 QTEST_GUILESS_MAIN(TestGeometry)

@@ -133,7 +133,7 @@ void TestMenu::motorDeleted_isGoneAndCanBeUndone()
     QVERIFY(menu.given());
     QCOMPARE(LoadLogic::MotorList.size(), 2);
     QCOMPARE(LoadLogic::MotorList.at(1).positionX, 8.0F);
-    QCOMPARE(window->calls, QStringList({u"push"_s, u"update"_s}));
+    QCOMPARE(window->calls, QStringList({u"about to edit"_s, u"edited"_s}));
 }
 
 void TestMenu::closedMenu_doesNothing()
@@ -228,7 +228,7 @@ void TestMenu::acceptedDialog_writesTheMotor()
     QCOMPARE(motor.modelName, QString());
     QCOMPARE(motor.selfWeight, 47.5F);
     QCOMPARE(motor.capacity, 2000.0F);
-    QCOMPARE(window->calls, QStringList({u"position -1"_s})); // no undo step
+    QCOMPARE(window->calls, QStringList({u"edited"_s})); // no undo step
 }
 
 void TestMenu::rejectedDialog_changesNothing()
@@ -281,7 +281,7 @@ void TestMenu::arrayDeleted_takesAllSegments()
     QCOMPARE(LoadLogic::ActiveLoads.size(), 1 + kept.size());
     QCOMPARE(LoadLogic::ActiveLoads.at(0).id, other);
     QCOMPARE(LoadLogic::ActiveLoads.at(1).id, kept.first());
-    QCOMPARE(window->calls, QStringList({u"push"_s, u"clear"_s, u"position -1"_s}));
+    QCOMPARE(window->calls, QStringList({u"about to edit"_s, u"load removed"_s, u"edited"_s}));
 }
 
 void TestMenu::arrayEdited_throughItsFirstSegment()
@@ -319,7 +319,7 @@ void TestMenu::load_isDeletedAlone()
     QCOMPARE(LoadLogic::ActiveLoads.size(), 2);
     QVERIFY(LoadLogic::FindLoad(id) == nullptr);
     QVERIFY(LoadLogic::FindLoad(other) != nullptr);
-    QCOMPARE(window->calls, QStringList({u"push"_s, u"position -1"_s}));
+    QCOMPARE(window->calls, QStringList({u"about to edit"_s, u"edited"_s}));
 }
 
 void TestMenu::selectedLoadDeleted_clearsTheSelection()
@@ -328,7 +328,7 @@ void TestMenu::selectedLoadDeleted_clearsTheSelection()
     Support::MenuAnswer menu(u"Eliminar Carga"_s);
     open(column(5.0F), LINE + 10);
     QVERIFY(menu.given());
-    QCOMPARE(window->calls, QStringList({u"push"_s, u"clear"_s, u"position -1"_s}));
+    QCOMPARE(window->calls, QStringList({u"about to edit"_s, u"load removed"_s, u"edited"_s}));
 }
 
 void TestMenu::segmentOutsideItsFrame_isDeletedSingly()

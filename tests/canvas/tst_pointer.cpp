@@ -135,7 +135,7 @@ void TestPointer::motorBody_startsADrag()
     LoadLogic::AddMotor(8.0F);
     press(column(8.0F), LINE - 10);
     QCOMPARE(view->draggedMotor, 1);
-    QCOMPARE(window->calls, QStringList({u"push"_s, u"motor 1"_s}));
+    QCOMPARE(window->calls, QStringList({u"about to edit"_s, u"motor 1"_s}));
     QCOMPARE(view->cursor().shape(), Qt::ClosedHandCursor);
 }
 
@@ -160,7 +160,7 @@ void TestPointer::motorDrag_jumpsToThePointer()
     window->calls.clear();
     move(column(3.0F));
     QCOMPARE(motorAt(0), 3.0F);
-    QCOMPARE(window->calls, QStringList({u"position -1"_s}));
+    QCOMPARE(window->calls, QStringList({u"edited"_s}));
 }
 
 void TestPointer::motorDrag_isHeldOnTheTruss()
@@ -209,11 +209,11 @@ void TestPointer::load_isDraggedWithItsGrabOffset()
     const int id = hangLoad(5.0F);
     press(column(5.1F), LINE + 40);
     QCOMPARE(view->draggedLoad, id);
-    QCOMPARE(window->calls, QStringList({u"push"_s, u"load"_s, u"load drag"_s}));
+    QCOMPARE(window->calls, QStringList({u"about to edit"_s, u"load"_s}));
     QVERIFY(qAbs(view->dragOffset - 5.1F) < 0.02F);
     move(column(6.1F));
     QVERIFY(qAbs(LoadLogic::ActiveLoads.at(0).positionX - 6.0F) < 1e-4F);
-    QCOMPARE(window->calls.last(), u"position -1"_s);
+    QCOMPARE(window->calls.last(), u"edited"_s);
     move(column(9.9F) + 200);
     QCOMPARE(LoadLogic::ActiveLoads.at(0).positionX, 10.0F);
 }
@@ -223,7 +223,7 @@ void TestPointer::array_isDraggedWhole()
     const QList<int> ids = hangScreen(5.0F, u"Video_Segment"_s);
     press(column(5.5F), LINE + 20);
     QCOMPARE(view->draggedGroup, 100);
-    QCOMPARE(window->calls, QStringList({u"push"_s, u"array drag"_s}));
+    QCOMPARE(window->calls, QStringList({u"about to edit"_s, u"array"_s}));
     QCOMPARE(window->segment.id, ids.first());
     move(column(6.5F));
     QVERIFY(qAbs(LoadLogic::ActiveLoads.at(0).positionX - 5.25F) < 1e-4F);
@@ -264,7 +264,7 @@ void TestPointer::emptyCanvas_clearsTheSelection()
 {
     LoadLogic::AddMotor(2.0F);
     press(column(6.0F), 20);
-    QCOMPARE(window->calls, QStringList({u"hide"_s}));
+    QCOMPARE(window->calls, QStringList({u"nothing"_s}));
     QCOMPARE(view->draggedMotor, -1);
 }
 
@@ -281,7 +281,7 @@ void TestPointer::doubleClick_isTwoPresses()
     press(column(2.0F), LINE);
     release();
     QTest::mouseDClick(view, Qt::LeftButton, {}, {column(2.0F), LINE}); // the second press alone
-    QCOMPARE(window->calls.count(u"push"_s), 2);
+    QCOMPARE(window->calls.count(u"about to edit"_s), 2);
 }
 
 void TestPointer::release_returnsToIdle()
@@ -387,7 +387,7 @@ void TestPointer::motorLabel_asksForTheExactPosition()
         prompt,
         u"Introduzca la coordenada relativa al centro (m):\n(Negativo = izquierda, Positivo = derecha)"_s);
     QCOMPARE(motorAt(0), 6.25F);
-    QCOMPARE(window->calls, QStringList({u"push"_s, u"update"_s}));
+    QCOMPARE(window->calls, QStringList({u"about to edit"_s, u"edited"_s}));
     QCOMPARE(view->draggedMotor, -1);
 }
 
@@ -418,7 +418,7 @@ void TestPointer::exactPosition_ofALoad()
     QVERIFY(answer.given());
     QCOMPARE(title, u"Carga PA — Posición exacta"_s);
     QCOMPARE(LoadLogic::ActiveLoads.at(1).positionX, 0.5F);
-    QCOMPARE(window->calls, QStringList({u"push"_s, u"update"_s}));
+    QCOMPARE(window->calls, QStringList({u"about to edit"_s, u"edited"_s}));
 }
 
 void TestPointer::cancelledPosition_changesNothing()

@@ -62,7 +62,11 @@ void ArraysTest::selected_isTheArrayOfTheSelectedLoad()
 
 void ArraysTest::noLoads_areNoArrays()
 {
-    QVERIFY(Arrays::summarize({}, -1).isEmpty());
+    const ArraySummaries arrays = Arrays::summarize({}, -1);
+    QVERIFY(arrays.isEmpty());
+    QCOMPARE(arrays.value(100).centre, 0.0F);
+    QCOMPARE(arrays.value(100).width, 0.0F);
+    QVERIFY(!arrays.value(100).selected);
 }
 
 void ArraysTest::centreOfScreen_leavesOutWhatIsNoScreen()

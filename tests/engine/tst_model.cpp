@@ -51,10 +51,11 @@ private slots:
     void copiedState_isIndependent();
     void movedState_leavesTheSourceEmpty();
     void loading_takesTrussMotorsAndLoadsOnly();
-    void loan_givesEverythingBack();
-    void loan_letsTheCountersGoOn();
+    void snapshot_holdsTheProjectAndItsResults();
+    void reset_isAsAtTheStart();
     void motor_isFoundByIdAndPosition();
     void motorMovedMeanwhile_isFoundById();
+    void motorsAlike_areToldApartByTheirIndex();
     void motorNotInTheList_isNotFound();
     void load_isFoundById();
     void idOfNoLoad_findsNothing();
@@ -214,7 +215,7 @@ void ModelTest::loading_takesTrussMotorsAndLoadsOnly()
     QCOMPARE(LoadLogic::TrussStress_Percentage, 0.0F);
 }
 
-void ModelTest::loan_givesEverythingBack()
+void ModelTest::snapshot_holdsTheProjectAndItsResults()
 {
     LoadLogic::TrussLength = 14.0F;
     LoadLogic::TrussSelfWeight = 6.0F;
@@ -223,61 +224,74 @@ void ModelTest::loan_givesEverythingBack()
     LoadLogic::AddMotor(1.0F);
     LoadLogic::AddMotor(13.0F);
     LoadLogic::AddLoad(5.0F);
-    const float stress = LoadLogic::TrussStress_Percentage;
-    const float carried = LoadLogic::MotorList.at(0).staticLoad;
-    QVERIFY(stress > 0.0F);
-    {
-        const EngineLoan loan;
-        LoadLogic::MakeCurrent({});
-        LoadLogic::AddMotor(6.0F);
-        LoadLogic::LED_TotalWeight = 1.0F;
-        QVERIFY(LoadLogic::isUnstable);
-    }
-    QCOMPARE(LoadLogic::TrussLength, 14.0F);
-    QCOMPARE(LoadLogic::TrussSelfWeight, 6.0F);
-    QCOMPARE(LoadLogic::Limit_CPL, 800.0F);
-    QCOMPARE(LoadLogic::LED_TotalWeight, 77.0F);
-    QCOMPARE(LoadLogic::MotorList.size(), 2);
-    QCOMPARE(LoadLogic::MotorList.at(0).staticLoad, carried);
-    QCOMPARE(LoadLogic::ActiveLoads.size(), 1);
-    QCOMPARE(LoadLogic::TrussStress_Percentage, stress);
-    QVERIFY(!LoadLogic::isUnstable);
+    const ProjectState state = LoadLogic::Snapshot();
+    LoadLogic::Reset();
+    QCOMPARE(state.trussLength, 14.0F);
+    QCOMPARE(state.trussSelfWeight, 6.0F);
+    QCOMPARE(state.limitCPL, 800.0F);
+    QCOMPARE(state.ledTotalWeight, 77.0F);
+    QCOMPARE(state.motors.size(), 2);
+    QVERIFY(state.motors.at(0).staticLoad > 0.0F);
+    QCOMPARE(state.loads.size(), 1);
+    QVERIFY(state.trussStressPercentage > 0.0F);
+    QVERIFY(!state.isUnstable);
 }
 
-void ModelTest::loan_letsTheCountersGoOn()
+void ModelTest::reset_isAsAtTheStart()
 {
-    LoadLogic::AddLoad(1.0F);
-    {
-        const EngineLoan loan;
-        LoadLogic::AddLoad(1.0F);
-    }
-    LoadLogic::AddLoad(1.0F);
-    QCOMPARE(LoadLogic::ActiveLoads.at(0).id, 1);
-    QCOMPARE(LoadLogic::ActiveLoads.at(1).id, 3);
+    LoadLogic::TrussLength = 14.0F;
+    LoadLogic::Screen_Width = 1.0F;
+    LoadLogic::Screen_Height = 1.0F;
+    LoadLogic::Screen_Weight_M2 = 1.0F;
+    LoadLogic::Bumper_Weight_Per_Meter = 1.0F;
+    LoadLogic::LED_TotalWeight = 77.0F;
+    LoadLogic::AddMotor(1.0F);
+    LoadLogic::AddLoad(5.0F);
+    QVERIFY(LoadLogic::isUnstable);
+    LoadLogic::Reset();
+    QCOMPARE(LoadLogic::TrussLength, 12.0F);
+    QCOMPARE(LoadLogic::Screen_Width, 4.0F);
+    QCOMPARE(LoadLogic::Screen_Height, 3.0F);
+    QCOMPARE(LoadLogic::Screen_Weight_M2, 40.0F);
+    QCOMPARE(LoadLogic::Bumper_Weight_Per_Meter, 10.0F);
+    QCOMPARE(LoadLogic::LED_TotalWeight, 0.0F);
+    QVERIFY(LoadLogic::MotorList.isEmpty());
+    QVERIFY(LoadLogic::ActiveLoads.isEmpty());
+    QCOMPARE(LoadLogic::TrussStress_Percentage, 0.0F);
+    QVERIFY(!LoadLogic::isUnstable);
 }
 
 void ModelTest::motor_isFoundByIdAndPosition()
 {
-    LoadLogic::MotorList = {motorAt(5, 1.0F), motorAt(2, 3.0F), motorAt(5, 8.0F)};
-    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(5, 1.0F)), 0);
-    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(2, 3.0F)), 1);
-    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(5, 8.0F)), 2);
+    const QList<Motor> motors{motorAt(5, 1.0F), motorAt(2, 3.0F), motorAt(5, 8.0F)};
+    QCOMPARE((MotorIdentity{5, 1.0F}.indexIn(motors)), 0);
+    QCOMPARE((MotorIdentity{2, 3.0F}.indexIn(motors)), 1);
+    QCOMPARE((MotorIdentity{5, 8.0F}.indexIn(motors)), 2);
 }
 
 void ModelTest::motorMovedMeanwhile_isFoundById()
 {
-    LoadLogic::MotorList = {motorAt(2, 3.0F), motorAt(5, 1.0F), motorAt(5, 8.0F)};
-    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(2, 9.0F)), 0);
-    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(5, 4.0F)), 1); // the first of that id
-    LoadLogic::MotorList.removeFirst();
-    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(5, 4.0F)), 0);
+    QList<Motor> motors{motorAt(2, 3.0F), motorAt(5, 1.0F), motorAt(5, 8.0F)};
+    QCOMPARE((MotorIdentity{2, 9.0F}.indexIn(motors)), 0);
+    QCOMPARE((MotorIdentity{5, 4.0F}.indexIn(motors)), 1); // the first of that id
+    motors.removeFirst();
+    QCOMPARE((MotorIdentity{5, 4.0F}.indexIn(motors)), 0);
+}
+
+void ModelTest::motorsAlike_areToldApartByTheirIndex()
+{
+    const QList<Motor> motors{motorAt(0, 3.0F), motorAt(0, 3.0F), motorAt(0, 8.0F)};
+    QCOMPARE(MotorIdentity::at(motors, 0).indexIn(motors), 0);
+    QCOMPARE(MotorIdentity::at(motors, 1).indexIn(motors), 1);
+    // The motor at its index is another one now: the first that is like it.
+    QCOMPARE((MotorIdentity{0, 3.0F, 2}.indexIn(motors)), 0);
+    QCOMPARE((MotorIdentity{0, 3.0F, 3}.indexIn(motors)), 0);
 }
 
 void ModelTest::motorNotInTheList_isNotFound()
 {
-    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(1, 0.0F)), -1);
-    LoadLogic::MotorList = {motorAt(2, 3.0F)};
-    QCOMPARE(LoadLogic::IndexOfMotor(motorAt(1, 3.0F)), -1);
+    QCOMPARE((MotorIdentity{1, 0.0F}.indexIn({})), -1);
+    QCOMPARE((MotorIdentity{1, 3.0F, 0}.indexIn({motorAt(2, 3.0F)})), -1);
 }
 
 void ModelTest::load_isFoundById()

@@ -1,4 +1,3 @@
-#include "canvas/TrussView.h"
 #include "io/ConsolidatedReport.h"
 
 #include <QDir>
@@ -16,9 +15,8 @@ namespace
 /// Two projects, written into `folder`.
 Outcome write(const QTemporaryDir& folder)
 {
-    TrussView view;
     const QDateTime noon(QDate(2024, 2, 29), QTime(12, 0));
-    return ConsolidatedReport::write({{{}, {}}, u"Gira"_s, folder.path(), noon}, view,
+    return ConsolidatedReport::write({{{}, {}}, u"Gira"_s, folder.path(), noon},
                                      [](qsizetype) { return true; });
 }
 

@@ -354,7 +354,7 @@ void TestPanels::afterAnArrayDrag_panelEditsNothing()
     m_bench->addScreen();
     const LoadLogic::ActiveLoad segment = LoadLogic::ActiveLoads.constFirst();
     m_bench->window.showMotorProperties(1);
-    m_bench->window.arrayDragBegan(segment);
+    m_bench->window.arrayPicked(segment);
     QVERIFY(!m_bench->motorPanel()->isHidden()); // panels stay as they were
     QCOMPARE(m_bench->window.selectedMotorIndex, -1);
     QCOMPARE(m_bench->window.selectedLoadId, segment.id);
@@ -363,7 +363,7 @@ void TestPanels::afterAnArrayDrag_panelEditsNothing()
 
     const int id = m_bench->hangLoad(10.0F, 1.0F);
     m_bench->window.showLoadProperties(id);
-    m_bench->window.arrayDragBegan(segment);
+    m_bench->window.arrayPicked(segment);
     QVERIFY(!m_bench->loadPanel()->isHidden());
     m_bench->setText("loadName", u"Nadie"_s);
     m_bench->window.deleteSelectedLoad();

@@ -242,7 +242,7 @@ void TestSelectionTable::action_hasItsEffects_data()
         FirstSegment, LoadOpen);
 
     const Action editArray = [](Support::Bench& b) {
-        b.window.editArrayParameters(LoadLogic::ActiveLoads.constLast());
+        b.window.arrayEditRequested(LoadLogic::ActiveLoads.constLast());
     };
     row("edit array, motor selected", MotorSelected, editArray, noUndo, calculated, FirstSegment, NoneOpen);
     row("edit array, load selected", LoadSelected, editArray, noUndo, calculated, FirstSegment, LoadOpen);
