@@ -14,8 +14,9 @@ velmora_program_packages=(
     cmake g++ ninja-build qt6-base-dev libgl-dev
     fonts-dejavu-core fonts-noto-color-emoji xdg-utils qt6-translations-l10n
 )
-# Besides these, the tests (locales: the sources of the languages they are run under).
-velmora_test_packages=(locales bash-completion)
+# Besides these, the tests (locales: the sources of the languages they are run under). The last two
+# only make their build quicker, and serve where they are found.
+velmora_test_packages=(locales bash-completion ccache lld)
 # Besides these, the benchmarks.
 velmora_bench_packages=(libbenchmark-dev xvfb xauth)
 # Besides these, what is built with clang; its runtime is what counts and what watches.
@@ -118,6 +119,17 @@ build()
     ! ninja -C "$folder" -n "$target" 2>/dev/null | grep -qF "no work to do" || return 0
     say "Building build/$preset"
     ninja -C "$folder" "$target" >&2 || fail "The build in build/$preset failed."
+}
+
+# Configures PRESET and makes what moc and rcc make of the sources, which include it: enough for a
+# tool that reads the code.
+generate()
+{
+    configure "$1" || fail "The configuration of build/$1 failed."
+    local folder=$velmora_root/build/$1
+    local -a made
+    mapfile -t made < <(ninja -C "$folder" -t targets all | sed -nE 's,^([^/:]+_autogen|tests/moc/[^:]+): .*,\1,p')
+    ninja -C "$folder" "${made[@]}" >"$folder/generate.log" || fail "moc failed (build/$1/generate.log)."
 }
 
 # The project's own C++ files, and its shell scripts, each ended by a zero byte; to be called in

@@ -11,15 +11,14 @@ source "$here/lib.sh"
 need_packages "${velmora_program_packages[@]}" "${velmora_test_packages[@]}" \
     "${velmora_clang_packages[@]}" clazy cppcheck
 lock_build
-# clazy is a clang: it reads the code as that build does, with what moc made for it.
-build clang
+generate lint
 unlock_build
 cd -- "$velmora_root"
 
 findings=$velmora_root/build/static.txt
 mapfile -d '' -t files < <(find src tests -name '*.cpp' -print0 | sort -z)
 result=0
-printf '%s\0' "${files[@]}" | xargs -0 -n 4 -P "$(nproc)" clazy-standalone -p build/clang \
+printf '%s\0' "${files[@]}" | xargs -0 -n 4 -P "$(nproc)" clazy-standalone -p build/lint \
     --checks=level0,level1 --header-filter='/(src|tests)/' >"$findings" 2>&1 || result=$?
 cppcheck --quiet -j "$(nproc)" --std=c++17 --library=qt --enable=warning,performance,portability \
     --inline-suppr --error-exitcode=1 -I src src >>"$findings" 2>&1 || result=$?
