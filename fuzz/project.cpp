@@ -19,7 +19,7 @@ namespace
 
 const QDateTime SOME_DAY(QDate(2024, 2, 29), QTime(12, 0));
 
-void report(const LoadLogic::ProjectState& project)
+void report(const ProjectState& project)
 {
     const Figures figures = Figures::of(project);
     Fuzzing::check(figures.motors.size() == project.motors.size(), "every motor is reported");
@@ -31,7 +31,7 @@ void report(const LoadLogic::ProjectState& project)
     page.fill({figures});
 }
 
-void saveAndOpen(const LoadLogic::ProjectState& project)
+void saveAndOpen(const ProjectState& project)
 {
     static const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.rig"_s);

@@ -3,7 +3,6 @@
 #include "app/Console.h"
 #include "app/Summary.h"
 #include "io/ConsolidatedReport.h"
-#include "io/HtmlReport.h"
 #include "io/ProjectFile.h"
 
 #include <QDir>
@@ -20,7 +19,7 @@ namespace
 struct NamedProject
 {
     QString name; ///< the file as given
-    LoadLogic::ProjectState project;
+    ProjectState project;
 };
 
 struct BadFile
@@ -101,8 +100,8 @@ QString verdictLines(const Input& input, const QList<Figures>& figures)
     QString lines;
     for (qsizetype i = 0; i < figures.size(); ++i) {
         const Figures& project = figures.at(i);
-        lines += Console::harmless(input.projects.at(i).name) + u": "_s + HtmlReport::resultWord(project)
-                 + u": "_s + HtmlReport::resultReason(project);
+        lines += Console::harmless(input.projects.at(i).name) + u": "_s + project.resultWord() + u": "_s
+                 + project.resultReason();
         if (!project.isCalculable())
             lines += u" Aviso: hay motores cuya carga no se puede calcular."_s;
         lines += u'\n';

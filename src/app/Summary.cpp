@@ -3,7 +3,6 @@
 #include "app/Console.h"
 #include "app/TextTable.h"
 #include "engine/Numbers.h"
-#include "io/HtmlReport.h"
 
 #include <QJsonArray>
 
@@ -59,8 +58,7 @@ QString conclusion(const Figures& project)
     text +=
         INDENT + u"Estabilidad: "_s
         + (project.isUnstable ? u"INESTABLE, voladizo de más del 45 % de la longitud\n"_s : u"estable\n"_s);
-    text += INDENT + u"Resultado: "_s + HtmlReport::resultWord(project) + u": "_s
-            + HtmlReport::resultReason(project) + u'\n';
+    text += INDENT + u"Resultado: "_s + project.resultWord() + u": "_s + project.resultReason() + u'\n';
     if (!project.isCalculable()) {
         text += INDENT
                 + u"Aviso: hay motores cuya carga no se puede calcular (dos en el mismo punto con una carga "

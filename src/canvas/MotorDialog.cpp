@@ -1,12 +1,13 @@
 #include "canvas/MotorDialog.h"
 
-#include "canvas/NumberValidators.h"
 #include "engine/Numbers.h"
 
 #include <QDialogButtonBox>
 #include <QDoubleValidator>
 #include <QFormLayout>
 #include <QLineEdit>
+
+#include "fields/NumberValidators.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,7 +24,7 @@ QLineEdit* createField(float value, double bottom, double top, const QString& ac
 
 } // namespace
 
-MotorDialog::MotorDialog(const LoadLogic::Motor& motor, QWidget* parent)
+MotorDialog::MotorDialog(const Motor& motor, QWidget* parent)
     : QDialog(parent)
 {
     setWindowTitle(u"Especificaciones: Motor "_s + QString::number(motor.id));
@@ -43,7 +44,7 @@ MotorDialog::MotorDialog(const LoadLogic::Motor& motor, QWidget* parent)
     form->addRow(buttons);
 }
 
-void MotorDialog::applyTo(LoadLogic::Motor& motor) const
+void MotorDialog::applyTo(Motor& motor) const
 {
     motor.modelName = m_name->text();
     motor.selfWeight = Numbers::parseNumber(m_selfWeight->text());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/LoadLogic.h"
+#include "engine/Project.h"
 
 #include <QDialog>
 
@@ -12,11 +12,11 @@ class MotorDialog : public QDialog
     Q_OBJECT
 
 public: // construction
-    MotorDialog(const LoadLogic::Motor& motor, QWidget* parent);
+    MotorDialog(const Motor& motor, QWidget* parent);
 
 public: // commands
     /// Writes the fields into `motor`; a number that does not parse counts as 0.
-    void applyTo(LoadLogic::Motor& motor) const;
+    void applyTo(Motor& motor) const;
 
 private: // data
     QLineEdit* m_name = nullptr;

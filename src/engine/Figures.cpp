@@ -143,3 +143,17 @@ bool Figures::isCalculable() const
     return std::none_of(motors.cbegin(), motors.cend(),
                         [](const MotorFigures& motor) { return std::isnan(motor.dynamicLoad); });
 }
+
+QString Figures::resultWord() const
+{
+    if (isUnstable)
+        return u"NO APTO (INESTABLE)"_s;
+    return fits() ? u"APTO"_s : u"NO APTO"_s;
+}
+
+QString Figures::resultReason() const
+{
+    if (isUnstable)
+        return u"Error de voladizo."_s;
+    return fits() ? u"Dentro de márgenes."_s : u"Superación de carga."_s;
+}

@@ -65,6 +65,10 @@ public: // construction
 public: // queries
     /// "OK ✅", "EXCESO ESTÁTICO ❌" or "EXCESO DINÁMICO ❌".
     static QString verdictText(Verdict verdict);
+    /// The verdict on the project: "NO APTO (INESTABLE)", "NO APTO" or "APTO".
+    [[nodiscard]] QString resultWord() const;
+    /// What `resultWord` is followed by: why.
+    [[nodiscard]] QString resultReason() const;
     /// 100 % of stress or more, or a number that cannot be told.
     [[nodiscard]] bool isOverstressed() const;
     /// The truss's verdict, which every array and load shares: overstressed or unstable.

@@ -7,11 +7,6 @@
 namespace
 {
 
-Truss currentTruss()
-{
-    return {LoadLogic::TrussLength, LoadLogic::TrussSelfWeight, LoadLogic::Limit_CPL};
-}
-
 Edits::LoadList currentLoads()
 {
     return {LoadLogic::ActiveLoads, LoadLogic::TrussLength, LoadLogic::NextLoadId};
@@ -27,12 +22,12 @@ void keep(const Rating& rating)
 
 void LoadLogic::CalcularReacciones()
 {
-    keep(Statics::solve(currentTruss(), MotorList, ActiveLoads));
+    keep(Statics::solve(CurrentTruss(), MotorList, ActiveLoads));
 }
 
 void LoadLogic::CalcularStressTruss()
 {
-    keep(Statics::rate(currentTruss(), MotorList, pointLoads(ActiveLoads)));
+    keep(Statics::rate(CurrentTruss(), MotorList, pointLoads(ActiveLoads)));
 }
 
 void LoadLogic::CalcularPesoLED()
@@ -108,6 +103,11 @@ LoadLogic::ActiveLoad* LoadLogic::FindLoad(int id)
 {
     const qsizetype index = Project::indexOfLoad(ActiveLoads, id);
     return index < 0 ? nullptr : &ActiveLoads[index];
+}
+
+Truss LoadLogic::CurrentTruss()
+{
+    return {TrussLength, TrussSelfWeight, Limit_CPL};
 }
 
 LoadLogic::ProjectState LoadLogic::Snapshot()

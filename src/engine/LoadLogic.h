@@ -77,6 +77,8 @@ public: // queries
     /// The first load with this id, or nothing; -1 stands for no load. Invalid once `ActiveLoads` changes.
     static ActiveLoad* FindLoad(int id);
 
+    static Truss CurrentTruss();
+
 public: // snapshots
     /// The truss, the motors, the loads, the screen's weight and the results. The values that a screen
     /// is made with stand in fields of the window; here they keep their defaults.

@@ -146,8 +146,8 @@ QString loadTable(const Figures& project)
 
 QString partialResult(const Figures& project)
 {
-    return u"<span class='"_s + statusClass(project.fits()) + u"'>"_s + HtmlReport::resultWord(project)
-           + u"</span>: "_s + HtmlReport::resultReason(project);
+    return u"<span class='"_s + statusClass(project.fits()) + u"'>"_s + project.resultWord() + u"</span>: "_s
+           + project.resultReason();
 }
 
 QString section(const Figures& project, qsizetype index)
@@ -221,18 +221,4 @@ QString HtmlReport::drawingName(qsizetype index)
 QString HtmlReport::reportName(const QDateTime& generated)
 {
     return u"informe_rigging_"_s + generated.toString(u"yyyyMMdd_HHmmss"_s) + u".html"_s;
-}
-
-QString HtmlReport::resultWord(const Figures& project)
-{
-    if (project.isUnstable)
-        return u"NO APTO (INESTABLE)"_s;
-    return project.fits() ? u"APTO"_s : u"NO APTO"_s;
-}
-
-QString HtmlReport::resultReason(const Figures& project)
-{
-    if (project.isUnstable)
-        return u"Error de voladizo."_s;
-    return project.fits() ? u"Dentro de márgenes."_s : u"Superación de carga."_s;
 }

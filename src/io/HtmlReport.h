@@ -24,9 +24,4 @@ QString drawingName(qsizetype index);
 /// File name of the report that is generated at `generated`.
 QString reportName(const QDateTime& generated);
 
-/// The verdict on one project: "NO APTO (INESTABLE)", "NO APTO" or "APTO".
-QString resultWord(const Figures& project);
-/// What `resultWord` is followed by: why.
-QString resultReason(const Figures& project);
-
 } // namespace HtmlReport

@@ -59,7 +59,7 @@ void MainWindow::openProjectFiles(const QStringList& paths)
 
 std::optional<LoadLogic::ProjectState> MainWindow::readProject(const QString& path)
 {
-    const ProjectFile::Content content = ProjectFile::read(path);
+    const ProjectFile::Content content = ProjectFile::read(path, LoadLogic::CurrentTruss());
     switch (content.failure) {
     case ProjectFile::Failure::None:
         return content.project;

@@ -15,9 +15,9 @@
 
 using namespace Qt::StringLiterals;
 
-using Motor = LoadLogic::Motor;
-using ActiveLoad = LoadLogic::ActiveLoad;
-using ProjectState = LoadLogic::ProjectState;
+using Motor = Motor;
+using ActiveLoad = ActiveLoad;
+using ProjectState = ProjectState;
 
 namespace
 {
@@ -169,7 +169,7 @@ QByteArray ProjectFile::toBytes(const ProjectState& project)
     return QJsonDocument(object).toJson(QJsonDocument::Indented);
 }
 
-std::optional<ProjectState> ProjectFile::fromBytes(const QByteArray& bytes)
+std::optional<ProjectState> ProjectFile::fromBytes(const QByteArray& bytes, const Truss& fallback)
 {
     const QJsonDocument document = QJsonDocument::fromJson(bytes);
     if (!document.isObject())
@@ -179,22 +179,22 @@ std::optional<ProjectState> ProjectFile::fromBytes(const QByteArray& bytes)
     ProjectState project;
     project.tabName = object["tabName"_L1].toString(u"Proyecto Cargado"_s);
     project.trussLength = readNumber(object, "trussLength"_L1, 12.0F);
-    project.trussSelfWeight = readNumber(object, "trussSelfWeight"_L1, LoadLogic::TrussSelfWeight);
+    project.trussSelfWeight = readNumber(object, "trussSelfWeight"_L1, fallback.selfWeight);
     project.bumperWeightPerMeter = readNumber(object, "bumperWeightPerMeter"_L1, 10.0F);
     project.cableWeightPercent = readNumber(object, "cableWeightPercent"_L1, 7.0F);
     project.ledTotalWeight = readNumber(object, "ledTotalWeight"_L1, 0.0F);
-    project.limitCPL = readNumber(object, "limitCPL"_L1, LoadLogic::Limit_CPL);
+    project.limitCPL = readNumber(object, "limitCPL"_L1, fallback.limitCPL);
     readLists(object, project);
     return project;
 }
 
-ProjectFile::Content ProjectFile::read(const QString& path)
+ProjectFile::Content ProjectFile::read(const QString& path, const Truss& fallback)
 {
     const std::optional<QByteArray> bytes = readBytes(path);
     if (!bytes)
         return {Failure::Unreadable, {}};
 
-    std::optional<ProjectState> project = fromBytes(*bytes);
+    std::optional<ProjectState> project = fromBytes(*bytes, fallback);
     if (!project)
         return {Failure::NotAProject, {}};
     return {Failure::None, *std::move(project)};

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/LoadLogic.h"
+#include "engine/Statics.h"
 
 #include <QByteArray>
 #include <QString>
@@ -24,21 +24,21 @@ enum class Failure
 struct Content
 {
     Failure failure = Failure::None;
-    LoadLogic::ProjectState project; ///< the defaults after a failure
+    ProjectState project; ///< the defaults after a failure
 };
 
 /// The file's text. Infinities and not-a-number become null, as JSON has no such numbers.
-QByteArray toBytes(const LoadLogic::ProjectState& project);
+QByteArray toBytes(const ProjectState& project);
 
 /// The project that `bytes` hold, or nothing where they are not a JSON object. A member that is
-/// missing or of the wrong type counts as its default; the truss's weight [kg/m] and CPL [kg] fall
-/// back to the engine's present ones. No number is checked for its range.
-std::optional<LoadLogic::ProjectState> fromBytes(const QByteArray& bytes);
+/// missing or of the wrong type counts as its default, the truss's weight [kg/m] and CPL [kg] as those
+/// of `fallback`. No number is checked for its range.
+std::optional<ProjectState> fromBytes(const QByteArray& bytes, const Truss& fallback = {});
 
-/// Reads the file at `path`. Nothing in the file or of its kind makes this crash or wait.
-Content read(const QString& path);
+/// Reads the file at `path` as `fromBytes` does. Nothing in the file or of its kind makes this crash or wait.
+Content read(const QString& path, const Truss& fallback = {});
 
 /// Writes the file at `path`, all of it or nothing. Returns whether it is on the disk.
-bool write(const QString& path, const LoadLogic::ProjectState& project);
+bool write(const QString& path, const ProjectState& project);
 
 } // namespace ProjectFile

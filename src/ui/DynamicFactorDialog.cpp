@@ -1,7 +1,6 @@
 #include "ui/DynamicFactorDialog.h"
 
 #include "engine/Limits.h"
-#include "engine/LoadLogic.h"
 #include "engine/Numbers.h"
 #include "ui/Styles.h"
 
@@ -10,8 +9,6 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
-
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -29,7 +26,7 @@ QTableWidgetItem* createCell(const QString& text)
     return cell;
 }
 
-void fillRow(QTableWidget* table, int row, const LoadLogic::Motor& motor)
+void fillRow(QTableWidget* table, int row, const Motor& motor)
 {
     // Another rule than `Limits::motorVerdict`: this table leaves the motor's own weight out.
     const float dynamicLoad = motor.staticLoad * Limits::DYNAMIC_FACTOR;
@@ -62,7 +59,7 @@ QPushButton* createCloseButton(QDialog* dialog)
 
 } // namespace
 
-DynamicFactorDialog::DynamicFactorDialog(QWidget* parent)
+DynamicFactorDialog::DynamicFactorDialog(const QList<Motor>& motors, QWidget* parent)
     : QDialog(parent)
 {
     setWindowTitle(u"Factor Dinámico de Arranque/Frenado"_s);
@@ -73,8 +70,8 @@ DynamicFactorDialog::DynamicFactorDialog(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(20, 20, 20, 20);
     layout->addWidget(createExplanation());
-    layout->addWidget(createTable());
-    layout->addWidget(createSummary());
+    layout->addWidget(createTable(motors));
+    layout->addWidget(createSummary(motors));
     layout->addWidget(createCloseButton(this), 0, Qt::AlignRight);
 }
 
@@ -92,12 +89,11 @@ QLabel* DynamicFactorDialog::createExplanation()
     return label;
 }
 
-QTableWidget* DynamicFactorDialog::createTable()
+QTableWidget* DynamicFactorDialog::createTable(const QList<Motor>& motors)
 {
     const QStringList headers{
         u"Motor"_s,          u"Modelo"_s, u"Carga Estática (kg)"_s, u"Carga Dinámica (kg)"_s,
         u"Capacidad (kg)"_s, u"Estado"_s};
-    const auto& motors = std::as_const(LoadLogic::MotorList);
     auto* table = new QTableWidget(static_cast<int>(motors.size()), static_cast<int>(headers.size()));
     table->setAccessibleName(u"Cargas estáticas y dinámicas por motor"_s);
     table->setHorizontalHeaderLabels(headers);
@@ -108,17 +104,17 @@ QTableWidget* DynamicFactorDialog::createTable()
     table->setStyleSheet(Styles::FACTOR_TABLE);
 
     int row = 0;
-    for (const LoadLogic::Motor& motor : motors)
+    for (const Motor& motor : motors)
         fillRow(table, row++, motor);
     return table;
 }
 
 // The text names another factor than the numbers are made with; that is how this line has always read.
-QLabel* DynamicFactorDialog::createSummary()
+QLabel* DynamicFactorDialog::createSummary(const QList<Motor>& motors)
 {
     float staticSum = 0.0F;
     float dynamicSum = 0.0F;
-    for (const LoadLogic::Motor& motor : std::as_const(LoadLogic::MotorList)) {
+    for (const Motor& motor : motors) {
         staticSum += motor.staticLoad;
         dynamicSum += motor.staticLoad * Limits::DYNAMIC_FACTOR;
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/LoadLogic.h"
+#include "engine/Project.h"
 
 #include <QDialog>
 
@@ -8,16 +8,17 @@ class QLabel;
 class QTableWidget;
 
 /// Lists for each motor its static load, its load on start and stop, and whether the motor may
-/// carry that. Shows the engine's motors as they are when it is built.
+/// carry that.
 class DynamicFactorDialog : public QDialog
 {
     Q_OBJECT
 
 public: // construction
-    explicit DynamicFactorDialog(QWidget* parent);
+    /// Lists `motors`, left to right as they are calculated.
+    DynamicFactorDialog(const QList<Motor>& motors, QWidget* parent);
 
 private: // helpers
-    [[nodiscard]] QLabel* createExplanation();
-    [[nodiscard]] QTableWidget* createTable();
-    [[nodiscard]] QLabel* createSummary();
+    [[nodiscard]] static QLabel* createExplanation();
+    [[nodiscard]] static QTableWidget* createTable(const QList<Motor>& motors);
+    [[nodiscard]] static QLabel* createSummary(const QList<Motor>& motors);
 };

@@ -1,6 +1,5 @@
 #include "ui/LedGroup.h"
 
-#include "engine/LoadLogic.h"
 #include "engine/Numbers.h"
 #include "ui/NumberField.h"
 #include "ui/Styles.h"
@@ -30,12 +29,12 @@ void markUnlessUsable(QLineEdit* field, Zero zero)
 
 } // namespace
 
-LedGroup::LedGroup()
+LedGroup::LedGroup(const LedArray& screen)
     : QGroupBox(u"Pantalla LED"_s)
 {
     setObjectName("ledGroup"_L1);
     auto* grid = new QGridLayout(this);
-    buildFields(grid);
+    buildFields(grid, screen);
     buildCopies(grid);
     buildWeightAndButton(grid);
 }
@@ -53,21 +52,22 @@ QLineEdit* LedGroup::addField(QGridLayout* grid, const QString& label, const QSt
     return field;
 }
 
-void LedGroup::buildFields(QGridLayout* grid)
+void LedGroup::buildFields(QGridLayout* grid, const LedArray& screen)
 {
-    m_width = addField(grid, u"Ancho (m):"_s, Numbers::general(LoadLogic::Screen_Width),
-                       u"Ancho de la pantalla en metros"_s);
+    m_width =
+        addField(grid, u"Ancho (m):"_s, Numbers::general(screen.width), u"Ancho de la pantalla en metros"_s);
     m_width->setObjectName("screenWidth"_L1);
-    m_height = addField(grid, u"Alto (m):"_s, Numbers::general(LoadLogic::Screen_Height),
-                        u"Alto de la pantalla en metros"_s);
+    m_height =
+        addField(grid, u"Alto (m):"_s, Numbers::general(screen.height), u"Alto de la pantalla en metros"_s);
     m_height->setObjectName("screenHeight"_L1);
-    m_weightM2 = addField(grid, u"Peso (kg/m²):"_s, Numbers::general(LoadLogic::Screen_Weight_M2),
+    m_weightM2 = addField(grid, u"Peso (kg/m²):"_s, Numbers::general(screen.weightM2),
                           u"Peso de la pantalla en kilogramos por metro cuadrado"_s);
     m_weightM2->setObjectName("screenWeightM2"_L1);
-    m_bumper = addField(grid, u"Bumper (kg/m):"_s, Numbers::general(LoadLogic::Bumper_Weight_Per_Meter),
+    m_bumper = addField(grid, u"Bumper (kg/m):"_s, Numbers::general(screen.bumperWeightPerMeter),
                         u"Peso del bumper en kilogramos por metro"_s);
     m_bumper->setObjectName("bumperWeight"_L1);
-    m_cable = addField(grid, u"Cable (%):"_s, u"7.0"_s, u"Peso del cableado en tanto por ciento"_s);
+    m_cable = addField(grid, u"Cable (%):"_s, Numbers::fixed(screen.cableWeightPercent, 1),
+                       u"Peso del cableado en tanto por ciento"_s);
     m_cable->setObjectName("cablePercent"_L1);
 }
 

@@ -28,7 +28,8 @@ public: // nested types
     };
 
 public: // construction
-    LedGroup();
+    /// With the values of `screen` in its fields.
+    explicit LedGroup(const LedArray& screen);
 
 public: // queries
     /// The screen that the fields describe.
@@ -58,7 +59,7 @@ signals:
 private: // helpers
     [[nodiscard]] QLineEdit* addField(QGridLayout* grid, const QString& label, const QString& text,
                                       const QString& accessibleName);
-    void buildFields(QGridLayout* grid);
+    void buildFields(QGridLayout* grid, const LedArray& screen);
     void buildCopies(QGridLayout* grid);
     void buildWeightAndButton(QGridLayout* grid);
 

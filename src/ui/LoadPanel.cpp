@@ -27,7 +27,7 @@ int LoadPanel::shownId() const
     return m_shownId;
 }
 
-void LoadPanel::showLoad(const LoadLogic::ActiveLoad& load)
+void LoadPanel::showLoad(const ActiveLoad& load)
 {
     m_shownId = load.id;
     setEnabled(true);
@@ -35,7 +35,7 @@ void LoadPanel::showLoad(const LoadLogic::ActiveLoad& load)
     m_mass->setText(Numbers::fixed(load.mass, 1));
 }
 
-void LoadPanel::applyTo(LoadLogic::ActiveLoad& load) const
+void LoadPanel::applyTo(ActiveLoad& load) const
 {
     load.name = m_name->text();
     load.mass = Numbers::parseNumber(m_mass->text());

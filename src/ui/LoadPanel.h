@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/LoadLogic.h"
+#include "engine/Project.h"
 #include "ui/PropertyPanel.h"
 
 /// The fields of the selected load.
@@ -17,9 +17,9 @@ public: // queries
 
 public: // commands
     /// Fills the fields from `load`.
-    void showLoad(const LoadLogic::ActiveLoad& load);
+    void showLoad(const ActiveLoad& load);
     /// Writes the fields into `load`; a mass that does not parse counts as 0.
-    void applyTo(LoadLogic::ActiveLoad& load) const;
+    void applyTo(ActiveLoad& load) const;
     /// The fields keep their texts but stand for no load any more, and cannot be edited.
     void forgetLoad();
 

@@ -86,7 +86,7 @@ void MainWindow::startDescribing()
     m_describeTimer->setSingleShot(true);
     m_describeTimer->setInterval(DESCRIBE_INTERVAL);
     connect(m_describeTimer, &QTimer::timeout, this,
-            [this] { m_canvas->setAccessibleDescription(ProjectDescription::ofCurrentProject()); });
+            [this] { m_canvas->setAccessibleDescription(ProjectDescription::of(LoadLogic::Snapshot())); });
 }
 
 void MainWindow::sizeToScreen()

@@ -78,7 +78,7 @@ void MainWindow::onInfoClicked()
 void MainWindow::onDynamicFactorClicked()
 {
     LoadLogic::CalcularReacciones();
-    auto* dialog = new DynamicFactorDialog(this);
+    auto* dialog = new DynamicFactorDialog(LoadLogic::MotorList, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->exec();
 }

@@ -251,8 +251,9 @@ void MainWindow::buildControlColumn(QBoxLayout* row)
     m_motorPanel = new MotorPanel;
     m_loadPanel = new LoadPanel;
     m_controls = new ControlsGroup;
-    m_truss = new TrussGroup;
-    m_led = new LedGroup;
+    m_truss = new TrussGroup(LoadLogic::CurrentTruss());
+    m_led = new LedGroup({LoadLogic::Screen_Width, LoadLogic::Screen_Height, LoadLogic::Screen_Weight_M2,
+                          LoadLogic::Bumper_Weight_Per_Meter, LoadLogic::ProjectState().cableWeightPercent});
     layout->addWidget(m_motorPanel);
     layout->addWidget(m_loadPanel);
     layout->addWidget(m_controls);

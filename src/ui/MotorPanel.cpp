@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-QString titleOf(const LoadLogic::Motor& motor)
+QString titleOf(const Motor& motor)
 {
     return u"Propiedades Motor ("_s + Project::motorTitle(motor) + u')';
 }
@@ -46,13 +46,13 @@ int MotorPanel::shownId() const
     return m_shownId;
 }
 
-bool MotorPanel::shows(const LoadLogic::Motor& motor) const
+bool MotorPanel::shows(const Motor& motor) const
 {
     return m_name->text() == motor.modelName && reads(m_capacity, motor.capacity)
            && reads(m_selfWeight, motor.selfWeight);
 }
 
-void MotorPanel::showMotor(const LoadLogic::Motor& motor)
+void MotorPanel::showMotor(const Motor& motor)
 {
     m_shownId = motor.id;
     setEnabled(true);
@@ -68,7 +68,7 @@ void MotorPanel::forgetMotor()
     setEnabled(false);
 }
 
-void MotorPanel::applyTo(LoadLogic::Motor& motor)
+void MotorPanel::applyTo(Motor& motor)
 {
     motor.modelName = m_name->text();
     motor.capacity = Numbers::parseNumber(m_capacity->text());

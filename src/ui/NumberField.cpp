@@ -1,10 +1,11 @@
 #include "ui/NumberField.h"
 
-#include "canvas/NumberValidators.h"
 #include "ui/Styles.h"
 
 #include <QDoubleValidator>
 #include <QIntValidator>
+
+#include "fields/NumberValidators.h"
 
 QLineEdit* NumberField::create(const QString& text, const QString& accessibleName)
 {

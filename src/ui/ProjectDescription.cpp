@@ -1,9 +1,7 @@
 #include "ui/ProjectDescription.h"
 
-#include "engine/LoadLogic.h"
 #include "engine/Numbers.h"
-
-#include <utility>
+#include "engine/Project.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,26 +16,27 @@ QString counted(qsizetype count, const QString& one, const QString& many)
     return QString::number(count) + u' ' + (count == 1 ? one : many);
 }
 
-QString describeMotor(const LoadLogic::Motor& motor)
+QString describeMotor(const Motor& motor, float trussLength)
 {
     return u" Motor "_s + Project::motorTitle(motor) + u" en "_s
-           + LoadLogic::formatCoordinate(motor.positionX) + u": "_s + Numbers::fixed(motor.staticLoad, 1)
-           + u" kg de "_s + Numbers::fixed(motor.capacity, 1) + u" kg."_s;
+           + Project::formatCoordinate(motor.positionX, trussLength) + u": "_s
+           + Numbers::fixed(motor.staticLoad, 1) + u" kg de "_s + Numbers::fixed(motor.capacity, 1)
+           + u" kg."_s;
 }
 
 } // namespace
 
-QString ProjectDescription::ofCurrentProject()
+QString ProjectDescription::of(const ProjectState& solved)
 {
-    const auto& motors = std::as_const(LoadLogic::MotorList);
-    QString text = u"Truss de "_s + Numbers::fixed(LoadLogic::TrussLength, 1) + u" m con "_s
+    const QList<Motor>& motors = solved.motors;
+    QString text = u"Truss de "_s + Numbers::fixed(solved.trussLength, 1) + u" m con "_s
                    + counted(motors.size(), u"motor"_s, u"motores"_s) + u" y "_s
-                   + counted(LoadLogic::ActiveLoads.size(), u"carga"_s, u"cargas"_s) + u". "_s;
-    text += LoadLogic::isUnstable
+                   + counted(solved.loads.size(), u"carga"_s, u"cargas"_s) + u". "_s;
+    text += solved.isUnstable
                 ? u"Sistema inestable."_s
-                : u"Estrés estructural: "_s + Numbers::fixed(LoadLogic::TrussStress_Percentage, 1) + u" %."_s;
-    for (const LoadLogic::Motor& motor : motors.first(qMin(motors.size(), MOST_MOTORS)))
-        text += describeMotor(motor);
+                : u"Estrés estructural: "_s + Numbers::fixed(solved.trussStressPercentage, 1) + u" %."_s;
+    for (const Motor& motor : motors.first(qMin(motors.size(), MOST_MOTORS)))
+        text += describeMotor(motor, solved.trussLength);
     if (motors.size() > MOST_MOTORS)
         text += u" Y "_s + QString::number(motors.size() - MOST_MOTORS) + u" motores más."_s;
     return text;

@@ -1,13 +1,15 @@
 #pragma once
 
+#include "engine/Project.h"
+
 #include <QString>
 
 /// The drawing in words, for who cannot see it.
 namespace ProjectDescription
 {
 
-/// The project in the engine and its results as they stand, in Spanish: the truss, how hard it is
+/// A project that holds its results, in Spanish: the truss, how hard it is
 /// worked, and each motor with its place and load. Of very many motors only the first are told.
-QString ofCurrentProject();
+QString of(const ProjectState& solved);
 
 } // namespace ProjectDescription

@@ -1,6 +1,5 @@
 #include "ui/TrussGroup.h"
 
-#include "engine/LoadLogic.h"
 #include "engine/Numbers.h"
 #include "ui/NumberField.h"
 
@@ -8,17 +7,17 @@
 
 using namespace Qt::StringLiterals;
 
-TrussGroup::TrussGroup()
+TrussGroup::TrussGroup(const Truss& truss)
     : QGroupBox(u"Configuración Truss"_s)
 {
     setObjectName("trussGroup"_L1);
-    m_length = NumberField::createReal(Numbers::general(LoadLogic::TrussLength),
-                                       u"Longitud del truss en metros"_s, 1.0, 100.0);
+    m_length = NumberField::createReal(Numbers::general(truss.length), u"Longitud del truss en metros"_s, 1.0,
+                                       100.0);
     m_length->setObjectName("trussLength"_L1);
-    m_weight = NumberField::createReal(Numbers::general(LoadLogic::TrussSelfWeight),
+    m_weight = NumberField::createReal(Numbers::general(truss.selfWeight),
                                        u"Peso del truss en kilogramos por metro"_s, 0.0, 500.0);
     m_weight->setObjectName("trussWeight"_L1);
-    m_cpl = NumberField::createReal(Numbers::general(LoadLogic::Limit_CPL),
+    m_cpl = NumberField::createReal(Numbers::general(truss.limitCPL),
                                     u"Carga puntual central máxima en kilogramos"_s, 0.0, 10000.0);
     m_cpl->setObjectName("limitCPL"_L1);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/Statics.h"
+
 #include <QGroupBox>
 
 class QLineEdit;
@@ -10,7 +12,8 @@ class TrussGroup : public QGroupBox
     Q_OBJECT
 
 public: // construction
-    TrussGroup();
+    /// With the values of `truss` in its fields.
+    explicit TrussGroup(const Truss& truss);
 
 public: // commands
     void setTexts(const QString& length, const QString& selfWeight, const QString& limitCPL);

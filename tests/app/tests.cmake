@@ -1,10 +1,10 @@
 # velmora_test(app NAME) for each tst_NAME.cpp of this folder
-velmora_test(app locale)
-velmora_test(app desktop)
-velmora_test(app commandline)
-velmora_test(app summary)
-velmora_test(app appearance)
-velmora_test(app program)
+velmora_test(app locale LIBRARY velmora_batch)
+velmora_test(app desktop LIBRARY velmora_batch)
+velmora_test(app commandline LIBRARY velmora_batch)
+velmora_test(app summary LIBRARY velmora_batch)
+velmora_test(app appearance LIBRARY velmora_batch)
+velmora_test(app program LIBRARY velmora_batch)
 target_compile_definitions(tst_app_program PRIVATE
     VELMORA_EXECUTABLE="$<TARGET_FILE:velmora-master>"
 )

@@ -291,7 +291,7 @@ void TestGuide::guide_namesEveryControlOfTheWindow()
 
 void TestGuide::guide_namesEveryColumnAndButtonOfTheDialogs()
 {
-    const DynamicFactorDialog dynamic(nullptr);
+    const DynamicFactorDialog dynamic({}, nullptr);
     const InfoWindow info(nullptr);
     QStringList texts{dynamic.windowTitle(), info.windowTitle()};
     const auto* table = dynamic.findChild<QTableWidget*>();

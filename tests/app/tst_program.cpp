@@ -185,7 +185,7 @@ void TestProgram::summary_isTheSameInEveryLocale()
 {
     QFETCH(const QString, locale);
     const QTemporaryDir folder;
-    const QString path = put(folder, u"ñandú €.rig"_s, ProjectFile::toBytes(LoadLogic::ProjectState()));
+    const QString path = put(folder, u"ñandú €.rig"_s, ProjectFile::toBytes(ProjectState()));
     QProcessEnvironment environment = withoutDisplay();
     environment.remove(u"LC_ALL"_s);
     environment.remove(u"LANG"_s);
@@ -247,7 +247,7 @@ void TestProgram::files_mayHaveAnyName()
     const QTemporaryDir folder;
     const QString output = folder.filePath(name);
     QVERIFY(QDir().mkdir(output));
-    const QString file = put(folder, name + u".rig"_s, ProjectFile::toBytes(LoadLogic::ProjectState()));
+    const QString file = put(folder, name + u".rig"_s, ProjectFile::toBytes(ProjectState()));
     const Result result = run({u"--resumen"_s, u"--informe"_s, u"--salida"_s, output, file});
     QCOMPARE(result.err, QString());
     QCOMPARE(result.code, 0);

@@ -1,8 +1,10 @@
 #include "canvas/RecordingWindow.h"
 #include "canvas/ReferencePainting.h"
 #include "canvas/TrussView.h"
+#include "engine/LoadLogic.h"
 #include "engine/Numbers.h"
-#include "support/Window.h"
+#include "support/Slowness.h"
+#include "support/Warnings.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>

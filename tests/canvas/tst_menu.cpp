@@ -1,8 +1,10 @@
 #include "canvas/MotorDialog.h"
 #include "canvas/RecordingWindow.h"
 #include "canvas/TrussView.h"
+#include "engine/LoadLogic.h"
 #include "support/Dialogs.h"
-#include "support/Window.h"
+#include "support/Slowness.h"
+#include "support/Warnings.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>

@@ -1,7 +1,9 @@
 #include "canvas/RecordingWindow.h"
 #include "canvas/TrussView.h"
+#include "engine/LoadLogic.h"
 #include "support/Dialogs.h"
-#include "support/Window.h"
+#include "support/Slowness.h"
+#include "support/Warnings.h"
 
 #include <QDoubleSpinBox>
 #include <QInputDialog>

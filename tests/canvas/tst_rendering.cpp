@@ -1,6 +1,8 @@
 #include "canvas/ReferencePainting.h"
 #include "canvas/TrussView.h"
-#include "support/Window.h"
+#include "engine/LoadLogic.h"
+#include "support/Slowness.h"
+#include "support/Warnings.h"
 
 #include <QTest>
 

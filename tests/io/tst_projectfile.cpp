@@ -17,18 +17,17 @@
 using namespace Qt::StringLiterals;
 
 using ProjectFile::Failure;
-using ProjectState = LoadLogic::ProjectState;
 
 namespace
 {
 
 ProjectState smallProject()
 {
-    LoadLogic::Motor motor;
+    Motor motor;
     motor.id = 7;
     motor.positionX = 2.5F;
     motor.modelName = u"Motor \"A\" 50%1 <b>ñ😀"_s;
-    LoadLogic::ActiveLoad load;
+    ActiveLoad load;
     load.id = 41;
     load.mass = 69.55F;
     load.positionX = 6.25F;
@@ -66,13 +65,12 @@ class TestProjectFile : public QObject
 
 private slots:
     void loads_keepTheirOwnValues();
-    void init();
     void emptyProject_isWrittenToTheLetter();
     void members_areThoseOfTheFormat();
     void weightOfTheTruss_isWidenedExactly();
     void notFinite_isWrittenAsNull();
     void emptyObject_givesTheDefaults();
-    void missingWeightAndCpl_areTheEnginesOwn();
+    void missingWeightAndCpl_areThoseOfTheFallback();
     void wrongTypes_countAsMissing();
     void wrongTypeInAMotor_isItsDefault();
     void wrongTypeInALoad_isItsDefault();
@@ -99,12 +97,6 @@ private slots:
     void hugeNumberOfLoads_isRead();
     void write_intoAMissingFolder_fails();
 };
-
-void TestProjectFile::init()
-{
-    LoadLogic::TrussSelfWeight = 8.4F;
-    LoadLogic::Limit_CPL = 1600.0F;
-}
 
 void TestProjectFile::emptyProject_isWrittenToTheLetter()
 {
@@ -177,13 +169,12 @@ void TestProjectFile::emptyObject_givesTheDefaults()
     QVERIFY(project.loads.isEmpty());
 }
 
-void TestProjectFile::missingWeightAndCpl_areTheEnginesOwn()
+void TestProjectFile::missingWeightAndCpl_areThoseOfTheFallback()
 {
-    LoadLogic::TrussSelfWeight = 15.25F;
-    LoadLogic::Limit_CPL = 820.0F;
+    const Truss fallback{12.0F, 15.25F, 820.0F};
     for (const QByteArray& json :
          {QByteArray("{}"), QByteArray(R"({"trussSelfWeight": "9", "limitCPL": null})")}) {
-        const ProjectState project = read(json);
+        const ProjectState project = ProjectFile::fromBytes(json, fallback).value();
         QCOMPARE(project.trussSelfWeight, 15.25F);
         QCOMPARE(project.limitCPL, 820.0F);
         QCOMPARE(project.trussLength, 12.0F);
@@ -208,7 +199,7 @@ void TestProjectFile::wrongTypeInAMotor_isItsDefault()
     const ProjectState project = read(R"({"motors": [{"id": "3", "positionX": null, "capacity": "1000",
         "modelName": 12, "selfWeight": false}, {"capacity": "2500"}]})");
     QCOMPARE(project.motors.size(), 2);
-    const LoadLogic::Motor& motor = project.motors.at(0);
+    const Motor& motor = project.motors.at(0);
     QCOMPARE(motor.id, 0);
     QCOMPARE(motor.positionX, 0.0F);
     QCOMPARE(motor.capacity, 1000.0F);
@@ -222,7 +213,7 @@ void TestProjectFile::wrongTypeInALoad_isItsDefault()
     const ProjectState project =
         read(R"({"loads": [{"id": "3", "groupId": "100", "positionX": "1", "mass": "5",
         "name": 9, "screenWidth": [], "cableWeightPercent": "9"}]})");
-    const LoadLogic::ActiveLoad& load = project.loads.at(0);
+    const ActiveLoad& load = project.loads.at(0);
     QCOMPARE(load.id, 0);
     QCOMPARE(load.groupId, 0);
     QCOMPARE(load.positionX, 0.0F);
@@ -282,7 +273,7 @@ void TestProjectFile::typeWord_isNeverRead()
 void TestProjectFile::whatTheFileDoesNotCarry_startsAsANewRecord()
 {
     const ProjectState project = read(ProjectFile::toBytes(smallProject()));
-    const LoadLogic::ActiveLoad& load = project.loads.at(0);
+    const ActiveLoad& load = project.loads.at(0);
     QCOMPARE(load.screenHeight, 0.0F);
     QCOMPARE(load.screenWeightM2, 0.0F);
     QCOMPARE(load.bumperWeightPerMeter, 0.0F);
@@ -356,11 +347,11 @@ void TestProjectFile::writeRead_keepsWhatTheFormatCarries()
     const ProjectFile::Content content = ProjectFile::read(path);
     QCOMPARE(content.failure, Failure::None);
     QCOMPARE(content.project.tabName, written.tabName);
-    const LoadLogic::Motor& motor = content.project.motors.at(0);
+    const Motor& motor = content.project.motors.at(0);
     QCOMPARE(motor.id, 7);
     QCOMPARE(motor.positionX, 2.5F);
     QCOMPARE(motor.modelName, written.motors.at(0).modelName);
-    const LoadLogic::ActiveLoad& load = content.project.loads.at(0);
+    const ActiveLoad& load = content.project.loads.at(0);
     QCOMPARE(load.id, 41);
     QCOMPARE(load.groupId, 100);
     QCOMPARE(load.mass, 69.55F);
@@ -448,7 +439,7 @@ void TestProjectFile::hugeNumberOfLoads_isRead()
 {
     constexpr int COUNT = 20'000;
     ProjectState project;
-    project.loads.fill(LoadLogic::ActiveLoad(), COUNT);
+    project.loads.fill(ActiveLoad(), COUNT);
     QCOMPARE(read(ProjectFile::toBytes(project)).loads.size(), COUNT);
 }
 
@@ -461,7 +452,7 @@ void TestProjectFile::write_intoAMissingFolder_fails()
 // Each differs from the first in some values and shares others with it.
 void TestProjectFile::loads_keepTheirOwnValues()
 {
-    LoadLogic::ProjectState project;
+    ProjectState project;
     project.loads = {{1, 100.0F, 1.0F, u"Audio"_s, u"PA"_s, -1, 0.0F, 0.0F, 0.0F, 0.0F, 7.0F},
                      {2, 100.0F, 2.5F, u"Audio"_s, u"Luz"_s, -1, 0.0F, 0.0F, 0.0F, 0.0F, 7.0F},
                      {3, 60.5F, 1.0F, u"Video_Segment"_s, u"PA"_s, 100, 4.0F, 0.0F, 0.0F, 0.0F, 9.0F}};
@@ -469,7 +460,7 @@ void TestProjectFile::loads_keepTheirOwnValues()
         QJsonDocument::fromJson(ProjectFile::toBytes(project)).object()["loads"_L1].toArray();
     QCOMPARE(loads.size(), 3);
     for (int i = 0; i < 3; ++i) {
-        const LoadLogic::ActiveLoad& load = project.loads.at(i);
+        const ActiveLoad& load = project.loads.at(i);
         const QJsonObject object = loads.at(i).toObject();
         QCOMPARE(object["id"_L1].toInt(), load.id);
         QCOMPARE(object["mass"_L1].toDouble(), double(load.mass));

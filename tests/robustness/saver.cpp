@@ -19,12 +19,12 @@ namespace
 /// Large enough for several writes: some 400 kB of text.
 constexpr int LOADS = 1500;
 
-LoadLogic::ProjectState project(const QString& name, float mass)
+ProjectState project(const QString& name, float mass)
 {
-    LoadLogic::ProjectState state;
+    ProjectState state;
     state.tabName = name;
     for (int id = 1; id <= LOADS; ++id) {
-        LoadLogic::ActiveLoad load;
+        ActiveLoad load;
         load.id = id;
         load.mass = mass;
         load.name = name;
@@ -33,25 +33,25 @@ LoadLogic::ProjectState project(const QString& name, float mass)
     return state;
 }
 
-LoadLogic::ProjectState oldProject()
+ProjectState oldProject()
 {
     return project(u"Antes"_s, 100.25F);
 }
 
-LoadLogic::ProjectState newProject()
+ProjectState newProject()
 {
     return project(u"Después de guardar"_s, 7.5F);
 }
 
-int saveOnce(const QString& path, const LoadLogic::ProjectState& state)
+int saveOnce(const QString& path, const ProjectState& state)
 {
     return ProjectFile::write(path, state) ? 0 : 1;
 }
 
 [[noreturn]] void saveForEver(const QString& path)
 {
-    const LoadLogic::ProjectState before = oldProject();
-    const LoadLogic::ProjectState after = newProject();
+    const ProjectState before = oldProject();
+    const ProjectState after = newProject();
     ProjectFile::write(path, before);
     std::puts("saving");
     std::fflush(stdout);

@@ -3,26 +3,19 @@
 #include "canvas/TrussView.h"
 #include "engine/LoadLogic.h"
 #include "support/Slowness.h"
+#include "support/Warnings.h"
 #include "ui/MainWindow.h"
 
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTest>
 
 namespace Support
 {
-
-/// From now to the end of the test function any warning fails it. The off-screen platform says of
-/// itself what it cannot do; that is no fault of the program's.
-inline void failOnWarnings()
-{
-    QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
-}
 
 /// A main window over a fresh engine, and its widgets by the names they carry.
 class Bench

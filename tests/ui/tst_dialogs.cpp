@@ -23,7 +23,7 @@ const QColor GREEN(0x39, 0xFF, 0x14);
 /// A dialog over the engine's motors, and its parts.
 struct FactorDialog
 {
-    DynamicFactorDialog dialog{nullptr};
+    DynamicFactorDialog dialog{LoadLogic::MotorList, nullptr};
     QTableWidget* table = dialog.findChild<QTableWidget*>();
     QList<QLabel*> labels = dialog.findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly);
 

@@ -1,4 +1,4 @@
-#include "canvas/NumberValidators.h"
+#include "fields/NumberValidators.h"
 
 #include "engine/Numbers.h"
 
