@@ -1,0 +1,115 @@
+#include "engine/SlackCases.h"
+
+#include "engine/MotorOpinions.h"
+#include "engine/OneSlack.h"
+
+#include <algorithm>
+
+namespace
+{
+
+using ChainSupports::FORCE_TOLERANCE;
+using HangingPoints::Point;
+using HangingPoints::Show;
+using SecondOpinion::Opinion;
+using Carried = ChainSupports::State;
+
+/// How much work is too much: hanging points times beams solved, for all cases together. About a second.
+constexpr std::size_t MOST_WORK = 20'000'000;
+
+/// What everybody but the motor `slack` carries in `carried`, in which that one hangs slack.
+void noteCase(const Show& show, const Carried& carried, std::size_t slack, Opinion& opinion)
+{
+    for (std::size_t k = 0; k < show.points.size(); ++k) {
+        const double load = carried.reactions[k] * show.share(k);
+        for (const std::size_t i : show.points[k].motors) {
+            if (i != slack)
+                MotorOpinions::noteOneSlack(opinion.motors[i], load, slack, show.beam.weight);
+        }
+    }
+}
+
+/// The cases of one slack motor: keeps the one that bends the truss most.
+struct WorstCase
+{
+    std::optional<Carried> carried;
+    double moment = 0.0; ///< [kg·m]
+    std::size_t slack = 0;
+
+    void note(const Carried& candidate, double candidateMoment, std::size_t motor)
+    {
+        if (carried && candidateMoment <= moment * (1.0 + FORCE_TOLERANCE))
+            return;
+        carried = candidate;
+        moment = candidateMoment;
+        slack = motor;
+    }
+};
+
+/// A motor with a point of its own hangs slack. False where no solution was found.
+bool tellSlack(const Show& show, const Carried& level, std::size_t point, WorstCase& worst, Opinion& opinion)
+{
+    const std::size_t slack = show.points[point].motors.front();
+    const std::size_t count = show.points.size();
+    const std::size_t solves = std::min(ChainSupports::mostSolves(count), MOST_WORK / (count * count));
+    const std::optional<Carried> carried = OneSlack::without(show.beam, level, point, solves);
+    opinion.motors[slack].isIndispensable = !carried.has_value();
+    if (!carried)
+        return true;
+    if (!carried->converged)
+        return false;
+    noteCase(show, *carried, slack, opinion);
+    const TrussBeam beam = carriedBy(show.beam, carried->carrying);
+    const double moment = BeamDiagram::extremes(beam, carried->solution, show.row).moment();
+    opinion.motors[slack].momentIfSlack = moment;
+    worst.note(*carried, moment, slack);
+    return true;
+}
+
+/// One of several motors that share a point hangs slack: the truss notices nothing.
+void tellSlackWithin(const Show& show, const Carried& level, std::size_t point, WorstCase& worst,
+                     Opinion& opinion)
+{
+    const std::vector<std::size_t>& motors = show.points[point].motors;
+    const double moment = opinion.level->extremes.moment();
+    SlackCases::tellWithin(show, show.points[point], level.reactions[point], opinion);
+    noteCase(show, level, motors.front(), opinion);
+    for (const std::size_t i : motors)
+        opinion.motors[i].momentIfSlack = moment;
+    worst.note(level, moment, motors.front());
+}
+
+} // namespace
+
+bool SlackCases::tell(const Show& show, const Carried& level, Opinion& opinion)
+{
+    WorstCase worst;
+    for (std::size_t k = 0; k < show.points.size(); ++k) {
+        if (show.points[k].motors.size() > 1)
+            tellSlackWithin(show, level, k, worst, opinion);
+        else if (!tellSlack(show, level, k, worst, opinion))
+            return false;
+    }
+    if (worst.carried) {
+        opinion.oneSlack = bendingOf(show, *worst.carried);
+        opinion.oneSlackOf = worst.slack;
+    }
+    return true;
+}
+
+void SlackCases::tellWithin(const Show& show, const Point& point, double load, Opinion& opinion)
+{
+    for (const std::size_t i : point.motors) {
+        const std::size_t other = i == point.motors.front() ? point.motors[1] : point.motors.front();
+        const double shared = load / static_cast<double>(point.motors.size() - 1);
+        MotorOpinions::noteOneSlack(opinion.motors[i], shared, other, show.beam.weight);
+        opinion.motors[i].isIndispensable = false;
+    }
+}
+
+SecondOpinion::Bending SlackCases::bendingOf(const Show& show, const Carried& carried)
+{
+    const TrussBeam beam = carriedBy(show.beam, carried.carrying);
+    return {BeamDiagram::extremes(beam, carried.solution, show.row),
+            BeamDiagram::points(beam, show.layout.length, carried.solution, show.row)};
+}
