@@ -22,8 +22,7 @@ struct PointMass
 struct LoadRow
 {
 public: // construction
-    LoadRow() = default;
-    explicit LoadRow(std::vector<PointMass> masses);
+    explicit LoadRow(std::vector<PointMass> masses = {});
 
 public:                               // data
     std::vector<PointMass> loads;     ///< left to right
