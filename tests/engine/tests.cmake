@@ -1,5 +1,7 @@
 # velmora_test(engine NAME) for each tst_NAME.cpp of this folder
 velmora_test(engine arrays)
+velmora_test(engine chainsupports)
+velmora_test(engine continuousbeam)
 velmora_test(engine edits)
 velmora_test(engine figures)
 velmora_test(engine ledarray)

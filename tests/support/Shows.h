@@ -82,6 +82,19 @@ inline double weightOf(const SecondOpinion::Layout& layout)
     return sum;
 }
 
+/// Whether the centre of gravity of `layout` lies more than 1 mm inside its outermost motors.
+inline bool hangs(const SecondOpinion::Layout& layout)
+{
+    const double weight = weightOf(layout);
+    double moment = layout.selfWeight * layout.length * layout.length / 2.0;
+    for (const PointMass& load : layout.loads)
+        moment += load.mass * load.position;
+    const auto isLeft = [](const auto& a, const auto& b) { return a.position < b.position; };
+    const auto [first, last] = std::minmax_element(layout.motors.begin(), layout.motors.end(), isLeft);
+    return weight > 0.0 && moment > weight * (first->position + 0.001)
+           && moment < weight * (last->position - 0.001);
+}
+
 /// Random layouts, the same for the same seed on every machine.
 class Generator
 {
@@ -116,7 +129,8 @@ public: // queries
     {
         const double length = integer(4, 24);
         std::vector<double> motors;
-        for (int left = integer(2, mostMotors); left > 0; --left) {
+        const auto count = static_cast<std::size_t>(integer(2, mostMotors));
+        while (motors.size() < count) {
             const double x = place(length);
             if (std::find(motors.begin(), motors.end(), x) == motors.end())
                 motors.push_back(x);
@@ -135,7 +149,7 @@ public: // queries
     {
         for (;;) {
             SecondOpinion::Layout layout = next(mostMotors);
-            if (SecondOpinion::of(layout).state == SecondOpinion::State::Level)
+            if (hangs(layout))
                 return layout;
         }
     }
