@@ -1,10 +1,13 @@
 # velmora_test(engine NAME) for each tst_NAME.cpp of this folder
+velmora_test(engine anylevelling)
 velmora_test(engine arrays)
+velmora_test(engine beamdiagram)
 velmora_test(engine chainsupports)
 velmora_test(engine continuousbeam)
 velmora_test(engine edits)
 velmora_test(engine figures)
 velmora_test(engine ledarray)
+velmora_test(engine levellingsensitivity)
 velmora_test(engine limits)
 velmora_test(engine model)
 velmora_test(engine numbers)
