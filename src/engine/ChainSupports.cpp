@@ -101,7 +101,7 @@ State neighboursOfCentre(const TrussBeam& beam)
 
 } // namespace
 
-State ChainSupports::solve(const TrussBeam& beam, std::size_t solves)
+State ChainSupports::solve(const TrussBeam& beam, std::size_t& solves)
 {
     State all = nobodyCarries(beam);
     all.carrying.resize(beam.supports.size());
@@ -114,7 +114,7 @@ State ChainSupports::solve(const TrussBeam& beam, std::size_t solves)
     return solveFrom(beam, neighboursOfCentre(beam), solves);
 }
 
-State ChainSupports::solveFrom(const TrussBeam& beam, State start, std::size_t solves)
+State ChainSupports::solveFrom(const TrussBeam& beam, State start, std::size_t& solves)
 {
     State state = std::move(start);
     while (letGo(beam, state, solves)) {

@@ -40,12 +40,12 @@ constexpr std::size_t mostSolves(std::size_t motors)
     return 20 + 10 * motors;
 }
 
-/// What carries `beam`, whose centre of gravity lies between its outermost supports. Gives up after
-/// `solves` beams.
-State solve(const TrussBeam& beam, std::size_t solves);
+/// What carries `beam`, whose centre of gravity lies between its outermost supports. Gives up when it has
+/// solved as many beams as `solves` says, from which it takes what it has used.
+State solve(const TrussBeam& beam, std::size_t& solves);
 
 /// The same, from a start that is in balance and does not push: its `carrying` (two at least) and their
 /// `reactions`.
-State solveFrom(const TrussBeam& beam, State start, std::size_t solves);
+State solveFrom(const TrussBeam& beam, State start, std::size_t& solves);
 
 } // namespace ChainSupports

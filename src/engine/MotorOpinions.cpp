@@ -62,7 +62,8 @@ void MotorOpinions::noteOneSlack(SecondOpinion::MotorOpinion& told, double load,
 {
     if (told.oneSlack && load <= *told.oneSlack + WORSE * weight)
         return;
-    told.oneSlack = std::max(0.0, load);
+    // Up to a millimetre over the edge one motor is said to carry all, though it can no longer.
+    told.oneSlack = std::clamp(load, 0.0, told.most.value_or(weight));
     told.oneSlackOf = slack;
     told.oneSlackVerdict = verdictOf(told.motor, *told.oneSlack);
 }

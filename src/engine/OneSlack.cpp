@@ -62,7 +62,7 @@ State countedWith(State state, std::size_t slack)
 } // namespace
 
 std::optional<State> OneSlack::without(const TrussBeam& beam, const State& level, std::size_t slack,
-                                       std::size_t solves)
+                                       std::size_t& solves)
 {
     const auto found = std::lower_bound(level.carrying.begin(), level.carrying.end(), slack);
     if (found == level.carrying.end() || *found != slack)

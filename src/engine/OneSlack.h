@@ -15,9 +15,9 @@ constexpr double EDGE = 0.001;
 
 /// What carries `beam` without its support `slack`, or nothing where the truss then tips: the centre
 /// of gravity lies further than `EDGE` outside the others. At the edge the outermost one carries all.
-/// `level` is what carries with none slack; lists count the supports of `beam`. Gives up after
-/// `solves` beams.
+/// `level` is what carries with none slack; lists count the supports of `beam`. `solves` as in
+/// `ChainSupports::solve`.
 std::optional<ChainSupports::State> without(const TrussBeam& beam, const ChainSupports::State& level,
-                                            std::size_t slack, std::size_t solves);
+                                            std::size_t slack, std::size_t& solves);
 
 } // namespace OneSlack

@@ -24,8 +24,10 @@ using SecondOpinion::State;
 using SecondOpinion::Verdict;
 using Carried = ChainSupports::State;
 
-/// So many hanging points take seconds, and no truss has them.
-constexpr std::size_t MOST_POINTS = 2000;
+/// How many times the smallest distance of two points the truss may be long: double precision knows
+/// the centre of gravity to about 1e-16 of the length, and that over the distance has to stay below the
+/// figures' own precision.
+constexpr double LONGEST = 1e5;
 
 /// Today's stress rates no truss whose limit [kg] or length [m] is not above this.
 constexpr double NO_LIMIT = 0.01;
@@ -89,18 +91,30 @@ void tellSensitivity(const Show& show, const Carried& level, Opinion& opinion)
     }
 }
 
-/// Everything that has to be solved. False where a solution was not found.
-bool tellSolved(const Show& show, Opinion& opinion)
+bool isTooLong(const Show& show)
 {
-    const std::size_t count = show.points.size();
-    if (count > MOST_POINTS)
+    const std::vector<double>& x = show.beam.supports;
+    for (std::size_t k = 1; k < x.size(); ++k) {
+        if (show.layout.length > LONGEST * (x[k] - x[k - 1]))
+            return true;
+    }
+    return false;
+}
+
+/// Everything that has to be solved, in no more than `solves` beams. False where a solution was not found.
+bool tellSolved(const Show& show, std::size_t solves, Opinion& opinion)
+{
+    if (isTooLong(show))
         return false;
-    const Carried level = ChainSupports::solve(show.beam, ChainSupports::mostSolves(count));
+    const std::size_t allowed = std::min(ChainSupports::mostSolves(show.points.size()), solves);
+    std::size_t left = allowed;
+    const Carried level = ChainSupports::solve(show.beam, left);
     if (!level.converged)
         return false;
+    tellRanges(show, opinion);
     tellLevel(show, level, opinion);
     tellSensitivity(show, level, opinion);
-    return SlackCases::tell(show, level, opinion);
+    return SlackCases::tell(show, level, solves - (allowed - left), opinion);
 }
 
 /// Whether the centre of gravity lies between the points, further than the edge from either end.
@@ -110,17 +124,16 @@ bool isBetween(const Show& show)
            && show.beam.centre < show.points.back().position - OneSlack::EDGE;
 }
 
-void tellCarried(const Show& show, Opinion& opinion)
+void tellCarried(const Show& show, std::size_t mostWork, Opinion& opinion)
 {
-    tellRanges(show, opinion);
     Opinion solved = opinion;
     solved.state = State::Level;
     opinion.state = State::NotConverged;
-    if (tellSolved(show, solved))
+    if (tellSolved(show, mostWork / show.points.size(), solved))
         opinion = std::move(solved);
 }
 
-void tellBalance(const Show& show, Opinion& opinion)
+void tellBalance(const Show& show, std::size_t mostWork, Opinion& opinion)
 {
     const double centre = show.beam.centre;
     opinion.weight = show.beam.weight;
@@ -137,12 +150,12 @@ void tellBalance(const Show& show, Opinion& opinion)
     opinion.tippingMargin = margin;
     opinion.state = margin < -OneSlack::EDGE ? State::Tips : State::OnEdge;
     if (isBetween(show))
-        tellCarried(show, opinion);
+        tellCarried(show, mostWork, opinion);
 }
 
 } // namespace
 
-SecondOpinion::Opinion SecondOpinion::of(const Layout& layout)
+SecondOpinion::Opinion SecondOpinion::of(const Layout& layout, std::size_t mostWork)
 {
     Opinion opinion;
     opinion.length = layout.length;
@@ -155,7 +168,7 @@ SecondOpinion::Opinion SecondOpinion::of(const Layout& layout)
     opinion.state = State::NotCalculable;
     opinion.problem = HangingPoints::problemOf(layout);
     if (opinion.problem == Problem::None)
-        tellBalance(Show(layout), opinion);
+        tellBalance(Show(layout), mostWork, opinion);
     return opinion;
 }
 

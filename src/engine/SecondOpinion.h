@@ -34,6 +34,9 @@ constexpr double CLOSE_SPAN = 1.0;
 /// How far outside the truss a motor or a load may lie [m] and is still taken to its end.
 constexpr double OUTSIDE = 0.001;
 
+/// So much work takes about a second, see `of`.
+constexpr std::size_t MOST_WORK = 20'000'000;
+
 // ---- what goes in ----
 
 struct Motor
@@ -67,7 +70,7 @@ enum class State
     OneMotor,      ///< one hanging point: it carries everything, and the truss hangs tilted
     Tips,          ///< the centre of gravity lies more than 1 mm outside the outermost motors
     OnEdge,        ///< it lies within 1 mm of an outermost one
-    NotConverged,  ///< no solution was found, or it would take too long
+    NotConverged,  ///< no solution was found: too much work, or rounding would show in it
     Level,         ///< every figure is there
 };
 
@@ -152,8 +155,8 @@ struct Opinion
 };
 
 /// The second opinion on `layout`. Every input has an answer. Takes O(loads · log loads) for the loads,
-/// and for n hanging points O(n²) in the usual show; where that would take seconds (thousands of
-/// points), the state is `NotConverged`.
-Opinion of(const Layout& layout);
+/// and for n hanging points O(n²) in the usual show. `mostWork` bounds it, in hanging points times
+/// beams solved; where more would be needed (thousands of points), the state is `NotConverged`.
+Opinion of(const Layout& layout, std::size_t mostWork = MOST_WORK);
 
 } // namespace SecondOpinion

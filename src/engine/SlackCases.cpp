@@ -14,9 +14,6 @@ using HangingPoints::Show;
 using SecondOpinion::Opinion;
 using Carried = ChainSupports::State;
 
-/// How much work is too much: hanging points times beams solved, for all cases together. About a second.
-constexpr std::size_t MOST_WORK = 20'000'000;
-
 /// What everybody but the motor `slack` carries in `carried`, in which that one hangs slack.
 void noteCase(const Show& show, const Carried& carried, std::size_t slack, Opinion& opinion)
 {
@@ -46,13 +43,22 @@ struct WorstCase
     }
 };
 
+/// The case of one slack motor, which may take so many beams, but no more than are left for all cases.
+std::optional<Carried> without(const Show& show, const Carried& level, std::size_t point, std::size_t& left)
+{
+    const std::size_t allowed = std::min(ChainSupports::mostSolves(show.points.size()), left);
+    std::size_t solves = allowed;
+    std::optional<Carried> carried = OneSlack::without(show.beam, level, point, solves);
+    left -= allowed - solves;
+    return carried;
+}
+
 /// A motor with a point of its own hangs slack. False where no solution was found.
-bool tellSlack(const Show& show, const Carried& level, std::size_t point, WorstCase& worst, Opinion& opinion)
+bool tellSlack(const Show& show, const Carried& level, std::size_t point, std::size_t& solvesLeft,
+               WorstCase& worst, Opinion& opinion)
 {
     const std::size_t slack = show.points[point].motors.front();
-    const std::size_t count = show.points.size();
-    const std::size_t solves = std::min(ChainSupports::mostSolves(count), MOST_WORK / (count * count));
-    const std::optional<Carried> carried = OneSlack::without(show.beam, level, point, solves);
+    const std::optional<Carried> carried = without(show, level, point, solvesLeft);
     opinion.motors[slack].isIndispensable = !carried.has_value();
     if (!carried)
         return true;
@@ -81,13 +87,13 @@ void tellSlackWithin(const Show& show, const Carried& level, std::size_t point, 
 
 } // namespace
 
-bool SlackCases::tell(const Show& show, const Carried& level, Opinion& opinion)
+bool SlackCases::tell(const Show& show, const Carried& level, std::size_t solves, Opinion& opinion)
 {
     WorstCase worst;
     for (std::size_t k = 0; k < show.points.size(); ++k) {
         if (show.points[k].motors.size() > 1)
             tellSlackWithin(show, level, k, worst, opinion);
-        else if (!tellSlack(show, level, k, worst, opinion))
+        else if (!tellSlack(show, level, k, solves, worst, opinion))
             return false;
     }
     if (worst.carried) {

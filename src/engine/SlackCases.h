@@ -10,8 +10,8 @@ namespace SlackCases
 {
 
 /// Tells `opinion`, to which the level case has been told, of all cases. False where a solution was not
-/// found; what was told is then worth nothing.
-bool tell(const HangingPoints::Show& show, const ChainSupports::State& level,
+/// found; what was told is then worth nothing. Solves no more than `solves` beams.
+bool tell(const HangingPoints::Show& show, const ChainSupports::State& level, std::size_t solves,
           SecondOpinion::Opinion& opinion);
 
 /// One of several motors at `point`, which carries `load` [kg], hangs slack: the others of the point share

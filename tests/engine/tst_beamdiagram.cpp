@@ -256,7 +256,8 @@ void BeamDiagramTest::everyLayout_hasNoPointBeyondTheExtremes()
     for (int i = 0; i < 300 / Support::toolSlowness(); ++i) {
         const Layout layout = BeamCases::sorted(random.nextHanging(6));
         const TrussBeam all = beamOf(layout);
-        const ChainSupports::State state = ChainSupports::solve(all, 100);
+        std::size_t solves = 100;
+        const ChainSupports::State state = ChainSupports::solve(all, solves);
         const TrussBeam beam = carriedBy(all, state.carrying);
         const LoadRow row(layout.loads);
         const Extremes extremes = BeamDiagram::extremes(beam, state.solution, row);
