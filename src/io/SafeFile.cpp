@@ -1,57 +1,112 @@
 #include "io/SafeFile.h"
 
-#include <QFileInfo>
-#include <QSaveFile>
-#include <QTemporaryFile>
+#include "io/PosixFile.h"
+#include "io/SaveWay.h"
 
-#include <filesystem>
-#include <system_error>
+#include <QDir>
 
-using namespace Qt::StringLiterals;
+#include <memory>
+#include <string>
+
+using Posix::ExistingFile;
+using Posix::NewFile;
+using Posix::Path;
 
 namespace
 {
 
-std::filesystem::path nativePath(const QString& path)
+/// So much of a file's name fits into a longer one everywhere [bytes].
+constexpr std::size_t LONGEST_PART = 200;
+
+/// The beginning of the names of files that are there for a moment: hidden, and short enough beside a
+/// name as long as names can be.
+Path momentaryName(const Path& target)
 {
-    return std::filesystem::path(path.toStdU16String());
+    return target.parent_path() / ".velmora-";
 }
 
-bool writeAll(QFileDevice& file, const QByteArray& bytes)
+/// Puts a new file in the place of `target`, unless `facts`, which it completes, ask for another way
+/// before that.
+bool replace(const Path& target, const QByteArray& bytes, FileFacts& facts)
 {
-    return file.write(bytes) == bytes.size() && file.flush();
+    NewFile file(momentaryName(target), facts.exists ? NewFile::Readers::Owner : NewFile::Readers::AsUsual);
+    facts.folderRefuses = file.wasRefused();
+    if (!file.isOpen())
+        return false;
+    if (facts.exists)
+        file.resemble(target, facts);
+    if (chooseWay(facts) != SaveWay::Replace || !file.write(bytes) || !file.finish())
+        return false;
+
+    const bool isMoved = file.moveTo(target);
+    facts.folderRefuses = file.wasRefused();
+    return isMoved && Posix::syncFolder(target.parent_path());
+}
+
+std::unique_ptr<NewFile> copyIn(const Path& folder, ExistingFile& file, const std::string& name)
+{
+    if (folder.empty()) // not known: nobody would look for it in the working folder
+        return nullptr;
+    auto copy = std::make_unique<NewFile>(folder / (name + '.'), NewFile::Readers::Owner);
+    const bool isSafe = copy->copyFrom(file) && copy->finish() && Posix::syncFolder(folder);
+    return isSafe ? std::move(copy) : nullptr;
+}
+
+/// A copy of `file` that is on the disk, or nothing.
+std::unique_ptr<NewFile> safetyCopy(ExistingFile& file, const std::string& name, const Path& folder)
+{
+    std::unique_ptr<NewFile> copy;
+    if (Posix::makePrivateFolder(folder))
+        copy = copyIn(folder, file, name);
+    return copy ? std::move(copy) : copyIn(Posix::nativePath(QDir::tempPath()), file, name);
+}
+
+bool restore(const Path& target, const Path& copy)
+{
+    ExistingFile from(copy, ExistingFile::Use::Read);
+    ExistingFile to(target, ExistingFile::Use::Change);
+    return from.isOpen() && to.isOpen() && to.copyFrom(from) && to.finish();
+}
+
+bool writeInPlace(const Path& target, const QByteArray& bytes, const Path& copies)
+{
+    ExistingFile file(target, ExistingFile::Use::Change);
+    if (!file.lock())
+        return false;
+    const std::unique_ptr<NewFile> copy =
+        safetyCopy(file, target.filename().native().substr(0, LONGEST_PART), copies);
+    if (!copy)
+        return false;
+    if (file.write(bytes) && file.cut(bytes.size()) && file.finish())
+        return true;
+    if (!restore(target, copy->path()))
+        copy->keep();
+    return false;
 }
 
 } // namespace
 
-bool SafeFile::save(const QString& path, const QByteArray& bytes)
+std::optional<QByteArray> SafeFile::read(const QString& path, qint64 most)
 {
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly))
+    ExistingFile file(Posix::nativePath(path), ExistingFile::Use::Read);
+    return file.read(most);
+}
+
+bool SafeFile::save(const QString& path, const QByteArray& bytes, const QString& copies)
+{
+    const std::optional<Path> target = Posix::followLinks(Posix::nativePath(path));
+    if (!target)
         return false;
 
-    // commit() alone would report success on a full disk: what the buffer still holds is flushed
-    // there, and the failure of that is not looked at.
-    if (!writeAll(file, bytes)) {
-        file.cancelWriting();
-        return false;
-    }
-    return file.commit();
+    FileFacts facts = Posix::factsOf(*target);
+    if (chooseWay(facts) == SaveWay::Replace && replace(*target, bytes, facts))
+        return true;
+    return chooseWay(facts) == SaveWay::InPlace && writeInPlace(*target, bytes, Posix::nativePath(copies));
 }
 
 bool SafeFile::publish(const QString& path, const QByteArray& bytes)
 {
-    QTemporaryFile file(QFileInfo(path).absolutePath() + u"/.velmora-XXXXXX"_s);
-    if (!file.open() || !writeAll(file, bytes))
-        return false;
-
-    const QString temporary = file.fileName(); // before close(): gives the file its name
-    file.close();
-    std::error_code error;
-    std::filesystem::rename(nativePath(temporary), nativePath(path), error);
-    if (error)
-        return false;
-    file.setAutoRemove(false);
-    return true;
+    const Path target = Posix::nativePath(path);
+    NewFile file(momentaryName(target), NewFile::Readers::Owner);
+    return file.write(bytes) && file.finish() && file.moveTo(target);
 }

@@ -1,16 +1,35 @@
 #pragma once
 
+#include "io/RecoveryFolder.h"
+
 #include <QByteArray>
 #include <QString>
 
-/// Writes whole files: whoever reads one finds the old content or the new one, never half of it.
+#include <optional>
+
+/// Reads and writes whole files.
 namespace SafeFile
 {
 
-/// Puts `bytes` into the user's file at `path`; a symbolic link is followed, the permissions of an
-/// existing file stay. Returns true only when all of it is on the disk; otherwise an existing file
-/// is as it was, unless its folder takes no new files, so that it had to be written in place.
-bool save(const QString& path, const QByteArray& bytes);
+/// What is in the file at `path`, through links; of a longer one the first `most` [bytes]. Nothing when
+/// it cannot be read to its end. Only regular files are read: a pipe could keep the program waiting, a
+/// device could go on for ever.
+std::optional<QByteArray> read(const QString& path, qint64 most);
+
+/// Puts `bytes` into the user's file at `path`; symbolic links are followed. Owner, group, permissions,
+/// access control lists, extended attributes and further names of an existing file stay. Returns true
+/// only when all of it is on the disk.
+///
+/// Where a new file can take the place of the old one without changing any of these, whoever reads the
+/// file finds the old content or the new one, never half of it, and after a failure the old one; only
+/// if nothing but the folder's own entry could not be synced, it is the new one.
+///
+/// Otherwise the file is written in place. Meanwhile a copy of the old content, for this user alone, is
+/// in the folder `copies`, or in the folder for temporary files where that takes none; without a copy
+/// nothing is written. A failure puts the old content back; the copy stays where that fails too, and
+/// after a crash. What is neither missing nor a regular file, or is not to be written by this user, or
+/// for root by nobody, is refused.
+bool save(const QString& path, const QByteArray& bytes, const QString& copies = RecoveryFolder::path());
 
 /// Puts `bytes` at `path`, readable by its owner alone. Whatever was there is replaced: a link that
 /// somebody planted in a shared folder is not followed. Returns false when that fails.

@@ -1,5 +1,8 @@
 #include "io/SafeFile.h"
 #include "support/Files.h"
+#ifdef Q_OS_UNIX
+#include "support/FullDisk.h"
+#endif
 
 #include <QDir>
 #include <QFile>
@@ -8,9 +11,6 @@
 #include <QTest>
 
 #ifdef Q_OS_UNIX
-#include <csignal>
-
-#include <sys/resource.h>
 #include <unistd.h>
 #endif
 
@@ -18,6 +18,9 @@ using namespace Qt::StringLiterals;
 
 using Support::contentOf;
 using Support::put;
+#ifdef Q_OS_UNIX
+using Support::FullDisk;
+#endif
 
 namespace
 {
@@ -32,31 +35,6 @@ void addSizes()
 }
 
 #ifdef Q_OS_UNIX
-/// Like a disk that fills up: no file of this process may grow beyond a few bytes meanwhile.
-class FullDisk
-{
-public:
-    FullDisk()
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit tight = m_before;
-        tight.rlim_cur = 10;
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        setrlimit(RLIMIT_FSIZE, &tight);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int) = nullptr;
-};
-
 /// Nothing is forbidden to root: while this lives, root is nobody in particular.
 class Anybody
 {
@@ -87,6 +65,7 @@ class TestSafeFile : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void save_replacesTheWholeContent();
     void save_followsALink();
     void save_onAFullDisk_failsAndKeepsTheOldFile_data();
@@ -101,7 +80,15 @@ private slots:
     void publish_intoAMissingFolder_fails();
     void publish_overAFolder_fails();
     void failures_leaveNothingBehind();
+
+private:
+    QTemporaryDir m_home; ///< for the copies of files that are written in place
 };
+
+void TestSafeFile::initTestCase()
+{
+    qputenv("XDG_DATA_HOME", QFile::encodeName(m_home.path()));
+}
 
 void TestSafeFile::save_replacesTheWholeContent()
 {

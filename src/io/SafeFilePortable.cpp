@@ -1,0 +1,83 @@
+#include "io/SafeFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QTemporaryFile>
+
+#include <filesystem>
+#include <system_error>
+
+// For systems without POSIX: what Qt knows of files there. Only where the folder takes no new file is
+// the old one written in place, and then without a copy.
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr qint64 CHUNK = 65'536; // [bytes]
+
+std::filesystem::path nativePath(const QString& path)
+{
+    return std::filesystem::path(path.toStdU16String());
+}
+
+/// There is something that is no file to be written.
+bool isRefused(const QFileInfo& file)
+{
+    return file.exists() ? !file.isFile() || !file.isWritable() : file.isSymLink();
+}
+
+bool writeAll(QFileDevice& file, const QByteArray& bytes)
+{
+    return file.write(bytes) == bytes.size() && file.flush();
+}
+
+} // namespace
+
+std::optional<QByteArray> SafeFile::read(const QString& path, qint64 most)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QByteArray bytes;
+    while (bytes.size() < most) {
+        const QByteArray chunk = file.read(qMin(CHUNK, most - bytes.size()));
+        if (chunk.isEmpty())
+            break;
+        bytes += chunk;
+    }
+    return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
+}
+
+bool SafeFile::save(const QString& path, const QByteArray& bytes, const QString& /*copies*/)
+{
+    QSaveFile file(path);
+    file.setDirectWriteFallback(true);
+    if (isRefused(QFileInfo(path)) || !file.open(QIODevice::WriteOnly))
+        return false;
+    // commit() alone would report success on a full disk: what the buffer still holds is flushed
+    // there, and the failure of that is not looked at.
+    if (!writeAll(file, bytes)) {
+        file.cancelWriting();
+        return false;
+    }
+    return file.commit();
+}
+
+bool SafeFile::publish(const QString& path, const QByteArray& bytes)
+{
+    QTemporaryFile file(QFileInfo(path).absolutePath() + u"/.velmora-XXXXXX"_s);
+    if (!file.open() || !writeAll(file, bytes))
+        return false;
+
+    const QString temporary = file.fileName(); // before close(): gives the file its name
+    file.close();
+    std::error_code error;
+    std::filesystem::rename(nativePath(temporary), nativePath(path), error);
+    if (error)
+        return false;
+    file.setAutoRemove(false);
+    return true;
+}
