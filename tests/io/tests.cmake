@@ -1,6 +1,10 @@
 # velmora_test(io NAME) for each tst_NAME.cpp of this folder
 velmora_test(io browser LIBRARY velmora_io)
 velmora_test(io consolidatedreport LIBRARY velmora_io)
+# It puts its own calls in the place of the C library's.
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    velmora_test(io diskfailures)
+endif()
 velmora_test(io examples LIBRARY velmora_io)
 velmora_test(io htmlreport LIBRARY velmora_io)
 velmora_test(io markup)

@@ -1,0 +1,337 @@
+#include "io/SafeFile.h"
+#include "support/Files.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+using Support::contentOf;
+using Support::put;
+
+namespace
+{
+
+enum class Call
+{
+    None,
+    Write,
+    SyncFile,
+    SyncFolder,
+    Close,
+    Rename,
+};
+
+/// Which calls to the disk fail, and how.
+struct Fault
+{
+    Call call = Call::None;
+    int from = 1; ///< the first of these calls that fails
+    int to = 1;   ///< the last one
+    int error = EIO;
+    int seen = 0;
+};
+
+Fault fault;
+
+bool fails(Call call)
+{
+    if (fault.call != call)
+        return false;
+    ++fault.seen;
+    if (fault.seen < fault.from || fault.seen > fault.to)
+        return false;
+    errno = fault.error;
+    return true;
+}
+
+} // namespace
+
+// The program's calls end here instead of in the C library.
+extern "C" {
+
+ssize_t write(int descriptor, const void* bytes, size_t size)
+{
+    return fails(Call::Write) ? -1 : syscall(SYS_write, descriptor, bytes, size);
+}
+
+int fdatasync(int descriptor)
+{
+    return fails(Call::SyncFile) ? -1 : static_cast<int>(syscall(SYS_fdatasync, descriptor));
+}
+
+int fsync(int descriptor)
+{
+    return fails(Call::SyncFolder) ? -1 : static_cast<int>(syscall(SYS_fsync, descriptor));
+}
+
+// As the kernel does it: closed, whatever it tells.
+int close(int descriptor)
+{
+    const bool isTold = fails(Call::Close);
+    const int result = static_cast<int>(syscall(SYS_close, descriptor));
+    if (!isTold)
+        return result;
+    errno = fault.error;
+    return -1;
+}
+
+int rename(const char* from, const char* to) noexcept
+{
+    return fails(Call::Rename) ? -1 : renameat(AT_FDCWD, from, AT_FDCWD, to);
+}
+}
+
+namespace
+{
+
+/// The calls that fail while this lives.
+class FailingDisk
+{
+public:
+    explicit FailingDisk(const Fault& wanted)
+    {
+        fault = wanted;
+    }
+    ~FailingDisk()
+    {
+        fault = Fault();
+    }
+    FailingDisk(const FailingDisk&) = delete;
+    FailingDisk& operator=(const FailingDisk&) = delete;
+};
+
+constexpr int FOR_EVER = 1'000'000;
+
+const QByteArray OLD(200'000, 'v');
+const QByteArray NEW(150'000, 'n');
+
+} // namespace
+
+Q_DECLARE_METATYPE(Fault)
+
+/// What the disk tells late: when the bytes are synced, the file is closed, the name is changed. As a
+/// network disk, a quota and a stick do it.
+class TestDiskFailures : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void failure_leavesTheOldFile_data();
+    void failure_leavesTheOldFile();
+    void failureOfANewFile_leavesNothing_data();
+    void failureOfANewFile_leavesNothing();
+    void failureInPlace_leavesTheOldFile_data();
+    void failureInPlace_leavesTheOldFile();
+    void failureToRestore_leavesTheCopy_data();
+    void failureToRestore_leavesTheCopy();
+    void unusableRecoveryFolder_isReplacedByTheTemporaryOne_data();
+    void unusableRecoveryFolder_isReplacedByTheTemporaryOne();
+    void unsyncedFolder_isTold();
+    void folderThatCannotBeSynced_isNoFailure();
+    void folderThatRefusesTheReplacement_isWrittenInPlace();
+    void interruptedCalls_areRepeated_data();
+    void interruptedCalls_areRepeated();
+
+private:
+    [[nodiscard]] QString path(const QString& name) const
+    {
+        return m_folder->filePath(name);
+    }
+    [[nodiscard]] QStringList entries(const QString& folder) const
+    {
+        return QDir(path(folder)).entryList(QDir::Files | QDir::Hidden | QDir::System);
+    }
+    bool save(const Fault& wanted)
+    {
+        const FailingDisk disk(wanted);
+        const bool saved = SafeFile::save(path(u"gira.rig"_s), NEW, path(u"copias"_s));
+        m_seen = fault.seen;
+        return saved;
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    int m_seen = 0; ///< calls of the kind that fails
+};
+
+void TestDiskFailures::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    put(path(u"gira.rig"_s), OLD);
+}
+
+void TestDiskFailures::failure_leavesTheOldFile_data()
+{
+    QTest::addColumn<Fault>("fault");
+    for (const int error : {EIO, ENOSPC, EDQUOT}) {
+        QTest::addRow("write %d", error) << Fault{Call::Write, 1, 1, error};
+        QTest::addRow("sync %d", error) << Fault{Call::SyncFile, 1, 1, error};
+        QTest::addRow("close %d", error) << Fault{Call::Close, 1, 1, error};
+        QTest::addRow("rename %d", error) << Fault{Call::Rename, 1, 1, error};
+    }
+}
+
+void TestDiskFailures::failure_leavesTheOldFile()
+{
+    QFETCH(const Fault, fault);
+    QVERIFY(!save(fault));
+    QVERIFY(m_seen >= fault.from);
+    QCOMPARE(contentOf(path(u"gira.rig"_s)), OLD);
+    QCOMPARE(entries(QString()), QStringList(u"gira.rig"_s));
+}
+
+void TestDiskFailures::failureOfANewFile_leavesNothing_data()
+{
+    failure_leavesTheOldFile_data();
+}
+
+void TestDiskFailures::failureOfANewFile_leavesNothing()
+{
+    QFETCH(const Fault, fault);
+    QVERIFY(QFile::remove(path(u"gira.rig"_s)));
+    QVERIFY(!save(fault));
+    QVERIFY(entries(QString()).isEmpty());
+}
+
+// First the copy goes to the disk and its folder is synced, then the file itself.
+void TestDiskFailures::failureInPlace_leavesTheOldFile_data()
+{
+    QTest::addColumn<Fault>("fault");
+    for (const int error : {EIO, ENOSPC, EDQUOT}) {
+        QTest::addRow("write copy %d", error) << Fault{Call::Write, 1, FOR_EVER, error};
+        QTest::addRow("write %d", error) << Fault{Call::Write, 5, 5, error};
+        QTest::addRow("sync copy %d", error) << Fault{Call::SyncFile, 1, FOR_EVER, error};
+        QTest::addRow("sync %d", error) << Fault{Call::SyncFile, 2, 2, error};
+        QTest::addRow("sync folder of the copy %d", error) << Fault{Call::SyncFolder, 1, FOR_EVER, error};
+        QTest::addRow("close copy %d", error) << Fault{Call::Close, 1, FOR_EVER, error};
+        QTest::addRow("close %d", error) << Fault{Call::Close, 3, 3, error};
+    }
+}
+
+void TestDiskFailures::failureInPlace_leavesTheOldFile()
+{
+    QFETCH(const Fault, fault);
+    QVERIFY(QFile::link(path(u"gira.rig"_s), path(u"enlace"_s))); // stays as it is, too
+    QCOMPARE(link(QFile::encodeName(path(u"gira.rig"_s)).constData(),
+                  QFile::encodeName(path(u"b.rig"_s)).constData()),
+             0);
+    QVERIFY(!save(fault));
+    QVERIFY(m_seen >= fault.from);
+    QCOMPARE(contentOf(path(u"gira.rig"_s)), OLD);
+    QCOMPARE(contentOf(path(u"b.rig"_s)), OLD);
+    QVERIFY(entries(u"copias"_s).isEmpty());
+}
+
+void TestDiskFailures::failureToRestore_leavesTheCopy_data()
+{
+    QTest::addColumn<Fault>("fault");
+    QTest::newRow("write") << Fault{Call::Write, 5, FOR_EVER};
+    QTest::newRow("sync") << Fault{Call::SyncFile, 2, FOR_EVER};
+    QTest::newRow("close") << Fault{Call::Close, 3, FOR_EVER};
+}
+
+void TestDiskFailures::failureToRestore_leavesTheCopy()
+{
+    QFETCH(const Fault, fault);
+    QCOMPARE(link(QFile::encodeName(path(u"gira.rig"_s)).constData(),
+                  QFile::encodeName(path(u"b.rig"_s)).constData()),
+             0);
+    QVERIFY(!save(fault));
+    const QStringList copies = entries(u"copias"_s);
+    QCOMPARE(copies.size(), 1);
+    QVERIFY(copies.at(0).startsWith(u"gira.rig."_s));
+    const QString copy = path(u"copias/"_s + copies.at(0));
+    QCOMPARE(contentOf(copy), OLD);
+    const QFile::Permissions others =
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    QVERIFY(!(QFile::permissions(copy) & others));
+}
+
+void TestDiskFailures::unusableRecoveryFolder_isReplacedByTheTemporaryOne_data()
+{
+    QTest::addColumn<QString>("obstacle");
+    QTest::newRow("link") << u"link"_s;
+    QTest::newRow("file") << u"file"_s;
+    QTest::newRow("somebody else's") << u"foreign"_s;
+}
+
+void TestDiskFailures::unusableRecoveryFolder_isReplacedByTheTemporaryOne()
+{
+    QFETCH(const QString, obstacle);
+    QVERIFY(QDir(m_folder->path()).mkdir(u"otra"_s));
+    QVERIFY(QDir(m_folder->path()).mkdir(u"temporal"_s));
+    if (obstacle == u"link"_s)
+        QVERIFY(QFile::link(path(u"otra"_s), path(u"copias"_s)));
+    else if (obstacle == u"file"_s)
+        put(path(u"copias"_s), "x");
+    else if (!QDir(m_folder->path()).mkdir(u"copias"_s)
+             || chown(QFile::encodeName(path(u"copias"_s)).constData(), 4711, 4711) != 0)
+        QSKIP("Only root can give a folder away");
+    QCOMPARE(link(QFile::encodeName(path(u"gira.rig"_s)).constData(),
+                  QFile::encodeName(path(u"b.rig"_s)).constData()),
+             0);
+
+    const QByteArray temporary = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QFile::encodeName(path(u"temporal"_s)));
+    const bool saved = save({Call::SyncFile, 2, FOR_EVER});
+    qputenv("TMPDIR", temporary);
+    QVERIFY(!saved);
+    QVERIFY(entries(u"otra"_s).isEmpty());
+    QVERIFY(entries(u"copias"_s).isEmpty());
+    const QStringList copies = entries(u"temporal"_s);
+    QCOMPARE(copies.size(), 1);
+    QCOMPARE(contentOf(path(u"temporal/"_s + copies.at(0))), OLD);
+}
+
+// The new file is there, but its name may be lost with the current.
+void TestDiskFailures::unsyncedFolder_isTold()
+{
+    QVERIFY(!save({Call::SyncFolder, 1, 1}));
+    QCOMPARE(contentOf(path(u"gira.rig"_s)), NEW);
+}
+
+void TestDiskFailures::folderThatCannotBeSynced_isNoFailure()
+{
+    QVERIFY(save({Call::SyncFolder, 1, FOR_EVER, EINVAL}));
+    QCOMPARE(m_seen, 1);
+    QCOMPARE(contentOf(path(u"gira.rig"_s)), NEW);
+}
+
+void TestDiskFailures::folderThatRefusesTheReplacement_isWrittenInPlace()
+{
+    QFile reader(path(u"gira.rig"_s));
+    QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    QVERIFY(save({Call::Rename, 1, FOR_EVER, EPERM}));
+    QCOMPARE(reader.readAll(), NEW);
+    QCOMPARE(entries(QString()), QStringList(u"gira.rig"_s));
+    QVERIFY(entries(u"copias"_s).isEmpty());
+}
+
+void TestDiskFailures::interruptedCalls_areRepeated_data()
+{
+    QTest::addColumn<Fault>("fault");
+    QTest::newRow("write") << Fault{Call::Write, 1, 2, EINTR};
+    QTest::newRow("sync") << Fault{Call::SyncFile, 1, 2, EINTR};
+    QTest::newRow("sync folder") << Fault{Call::SyncFolder, 1, 2, EINTR};
+}
+
+void TestDiskFailures::interruptedCalls_areRepeated()
+{
+    QFETCH(const Fault, fault);
+    QVERIFY(save(fault));
+    QCOMPARE(m_seen, 3);
+    QCOMPARE(contentOf(path(u"gira.rig"_s)), NEW);
+}
+
+QTEST_GUILESS_MAIN(TestDiskFailures)
+#include "tst_diskfailures.moc"
