@@ -107,6 +107,8 @@ bool SafeFile::save(const QString& path, const QByteArray& bytes, const QString&
 bool SafeFile::publish(const QString& path, const QByteArray& bytes)
 {
     const Path target = Posix::nativePath(path);
+    if (!Posix::removeFile(target))
+        return false;
     NewFile file(momentaryName(target), NewFile::Readers::Owner);
     return file.write(bytes) && file.finish() && file.moveTo(target);
 }

@@ -31,8 +31,14 @@ std::optional<QByteArray> read(const QString& path, qint64 most);
 /// for root by nobody, is refused.
 bool save(const QString& path, const QByteArray& bytes, const QString& copies = RecoveryFolder::path());
 
-/// Puts `bytes` at `path`, readable by its owner alone. Whatever was there is replaced: a link that
-/// somebody planted in a shared folder is not followed. Returns false when that fails.
+/// Puts `bytes` at `path`, readable by its owner alone. What was there is removed first, a link itself
+/// and not what it leads to: what is old or somebody else's must not be found under that name when the
+/// rest fails.
+///
+/// Returns false when that fails. Then nothing is at `path`, or something that this user can neither
+/// replace nor remove: a folder, or another user's file or link in a shared folder like /tmp. QFileInfo
+/// tells the two apart, by exists() and, for a link that leads nowhere, isSymLink(). Where something is
+/// left, no document may be written that shows what is at `path`.
 bool publish(const QString& path, const QByteArray& bytes);
 
 } // namespace SafeFile

@@ -68,7 +68,10 @@ bool SafeFile::save(const QString& path, const QByteArray& bytes, const QString&
 
 bool SafeFile::publish(const QString& path, const QByteArray& bytes)
 {
-    QTemporaryFile file(QFileInfo(path).absolutePath() + u"/.velmora-XXXXXX"_s);
+    const QFileInfo old(path);
+    if ((old.exists() || old.isSymLink()) && !QFile::remove(path))
+        return false;
+    QTemporaryFile file(old.absolutePath() + u"/.velmora-XXXXXX"_s);
     if (!file.open() || !writeAll(file, bytes))
         return false;
 

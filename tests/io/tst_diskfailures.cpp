@@ -142,6 +142,8 @@ private slots:
     void folderThatRefusesTheReplacement_isWrittenInPlace();
     void interruptedCalls_areRepeated_data();
     void interruptedCalls_areRepeated();
+    void failedPublication_leavesNothing_data();
+    void failedPublication_leavesNothing();
 
 private:
     [[nodiscard]] QString path(const QString& name) const
@@ -331,6 +333,23 @@ void TestDiskFailures::interruptedCalls_areRepeated()
     QVERIFY(save(fault));
     QCOMPARE(m_seen, 3);
     QCOMPARE(contentOf(path(u"gira.rig"_s)), NEW);
+}
+
+void TestDiskFailures::failedPublication_leavesNothing_data()
+{
+    failure_leavesTheOldFile_data();
+}
+
+void TestDiskFailures::failedPublication_leavesNothing()
+{
+    QFETCH(const Fault, fault);
+    bool published = true;
+    {
+        const FailingDisk disk(fault);
+        published = SafeFile::publish(path(u"gira.rig"_s), NEW);
+    }
+    QVERIFY(!published);
+    QVERIFY(entries(QString()).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestDiskFailures)
