@@ -3,8 +3,6 @@
 #include "engine/Numbers.h"
 #include "io/SafeFile.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -135,18 +133,6 @@ void readLists(const QJsonObject& object, ProjectState& project)
         project.loads.append(readLoad(load.toObject()));
 }
 
-/// The file's bytes, or nothing. Only regular files are opened: a pipe could keep the program
-/// waiting, a device could go on for ever.
-std::optional<QByteArray> readBytes(const QString& path)
-{
-    if (!QFileInfo(path).isFile())
-        return std::nullopt;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return file.read(LARGEST_DOCUMENT);
-}
-
 } // namespace
 
 QByteArray ProjectFile::toBytes(const ProjectState& project)
@@ -190,7 +176,7 @@ std::optional<ProjectState> ProjectFile::fromBytes(const QByteArray& bytes, cons
 
 ProjectFile::Content ProjectFile::read(const QString& path, const Truss& fallback)
 {
-    const std::optional<QByteArray> bytes = readBytes(path);
+    const std::optional<QByteArray> bytes = SafeFile::read(path, LARGEST_DOCUMENT);
     if (!bytes)
         return {Failure::Unreadable, {}};
 

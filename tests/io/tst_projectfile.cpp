@@ -7,11 +7,16 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <atomic>
+#include <chrono>
 #include <limits>
+#include <thread>
 
 #ifdef Q_OS_UNIX
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 using namespace Qt::StringLiterals;
@@ -57,6 +62,74 @@ ProjectState read(const QByteArray& json)
     return ProjectFile::fromBytes(json).value();
 }
 
+#ifdef Q_OS_LINUX
+/// What this process has of memory addresses, and `more` [bytes], for as long as this lives.
+class LimitedMemory
+{
+public:
+    explicit LimitedMemory(rlim_t more)
+    {
+        QFile status(u"/proc/self/statm"_s);
+        if (!status.open(QIODevice::ReadOnly) || getrlimit(RLIMIT_AS, &m_before) != 0)
+            qFatal("no such limit");
+        const QByteArray pages = status.readAll().split(' ').constFirst();
+        rlimit tight = m_before;
+        tight.rlim_cur = pages.toULongLong() * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + more;
+        setrlimit(RLIMIT_AS, &tight);
+    }
+    ~LimitedMemory()
+    {
+        setrlimit(RLIMIT_AS, &m_before);
+    }
+    LimitedMemory(const LimitedMemory&) = delete;
+    LimitedMemory& operator=(const LimitedMemory&) = delete;
+
+private:
+    rlimit m_before{};
+};
+#endif
+
+#ifdef Q_OS_UNIX
+/// Puts an empty project and the pipe at `path` in turn, as fast as it can, for as long as this lives.
+class Changeling
+{
+public:
+    Changeling(const QString& path, const QByteArray& pipe)
+        : m_path(QFile::encodeName(path))
+        , m_pipe(pipe)
+        , m_thread([this] { change(); })
+    {
+    }
+    ~Changeling()
+    {
+        m_goesOn = false;
+        m_thread.join();
+    }
+    Changeling(const Changeling&) = delete;
+    Changeling& operator=(const Changeling&) = delete;
+
+private:
+    void change()
+    {
+        const QByteArray other = m_path + ".otro";
+        while (m_goesOn) {
+            if (link(m_pipe.constData(), other.constData()) != 0)
+                qFatal("no second name for the pipe");
+            rename(other.constData(), m_path.constData());
+            QFile file(QFile::decodeName(other));
+            if (file.open(QIODevice::WriteOnly) && file.write("{}") == 2)
+                file.close();
+            rename(other.constData(), m_path.constData());
+        }
+    }
+
+    QByteArray m_path;
+    QByteArray m_pipe;
+    std::atomic<bool> m_goesOn = true;
+    std::thread m_thread;
+};
+#endif
+
 } // namespace
 
 class TestProjectFile : public QObject
@@ -91,7 +164,10 @@ private slots:
     void missingFile_isUnreadable();
     void folder_isUnreadable();
     void pipe_isUnreadableWithoutWaiting();
+    void fileThatBecomesAPipe_isNotWaitedFor();
     void endlessDevice_isUnreadable();
+    void errorWhileReading_isUnreadable();
+    void smallFile_takesLittleMemory();
     void fileThatCannotBeOpened_isUnreadable();
     void hundredMegabytes_areRefusedInTime();
     void hugeNumberOfLoads_isRead();
@@ -398,6 +474,64 @@ void TestProjectFile::endlessDevice_isUnreadable()
     QCOMPARE(ProjectFile::read(u"/dev/zero"_s).failure, Failure::Unreadable);
 #else
     QSKIP("No such device here");
+#endif
+}
+
+void TestProjectFile::fileThatBecomesAPipe_isNotWaitedFor()
+{
+#ifdef Q_OS_UNIX
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.rig"_s);
+    const QByteArray pipe = QFile::encodeName(folder.filePath(u"tubo"_s));
+    QCOMPARE(mkfifo(pipe.constData(), S_IRUSR | S_IWUSR), 0);
+    std::atomic<bool> waits = true;
+    std::thread reader;
+    {
+        const Changeling changeling(path, pipe);
+        reader = std::thread([&] {
+            const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+            while (std::chrono::steady_clock::now() < end)
+                ProjectFile::read(path);
+            waits = false;
+        });
+        for (int i = 0; i < 200 && waits; ++i)
+            QTest::qWait(50);
+    }
+    // A reader that waits for somebody to write goes on when the pipe is opened for that.
+    const bool waited = waits;
+    while (waits) {
+        const int writer = open(pipe.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+        if (writer >= 0)
+            close(writer);
+    }
+    reader.join();
+    QVERIFY(!waited);
+#else
+    QSKIP("No named pipes here");
+#endif
+}
+
+// The memory of a process is a regular file, whose beginning cannot be read.
+void TestProjectFile::errorWhileReading_isUnreadable()
+{
+#ifdef Q_OS_LINUX
+    QCOMPARE(ProjectFile::read(u"/proc/self/mem"_s).failure, Failure::Unreadable);
+#else
+    QSKIP("No such file here");
+#endif
+}
+
+void TestProjectFile::smallFile_takesLittleMemory()
+{
+#ifdef Q_OS_LINUX
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.rig"_s);
+    QVERIFY(ProjectFile::write(path, smallProject()));
+    constexpr rlim_t MORE = 48U << 20U; // [bytes]
+    const LimitedMemory memory(MORE);
+    QCOMPARE(ProjectFile::read(path).failure, Failure::None);
+#else
+    QSKIP("The limits of Linux");
 #endif
 }
 
