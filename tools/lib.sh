@@ -17,6 +17,9 @@ velmora_program_packages=(
 # Besides these, the tests (locales: the sources of the languages they are run under). The last two
 # only make their build quicker, and serve where they are found.
 velmora_test_packages=(locales bash-completion ccache lld)
+# Besides these, the tests (locales: the sources of the languages they are run under; util-linux: to be
+# two users in one folder; strace: calls that fail).
+velmora_test_packages=(locales bash-completion strace util-linux)
 # Besides these, the benchmarks.
 velmora_bench_packages=(libbenchmark-dev xvfb xauth)
 # Besides these, what is built with clang; its runtime is what counts and what watches.

@@ -1,4 +1,5 @@
 #include "io/ProjectFile.h"
+#include "io/SafeFile.h"
 
 #include <QFile>
 
@@ -7,11 +8,12 @@
 
 using namespace Qt::StringLiterals;
 
-// Saves projects as the window does, for tools/kill-save.sh to disturb:
+// Saves projects as the window does, for tools/kill-save.sh to disturb and for other users to start:
 //     saver FILE          the old and the new project over FILE in turn, until it is killed; prints
 //                         a line when the first is there
 //     saver --old FILE    the old project once; the exit code is 0 only if it says that it is saved
 //     saver --new FILE    the new one
+//     saver --publish FILE    the new one as a file of a report
 
 namespace
 {
@@ -71,6 +73,8 @@ int main(int argc, char* argv[])
         return saveOnce(QFile::decodeName(argv[2]), oldProject());
     if (argc == 3 && std::strcmp(argv[1], "--new") == 0)
         return saveOnce(QFile::decodeName(argv[2]), newProject());
-    std::fputs("usage: saver [--old | --new] FILE\n", stderr);
+    if (argc == 3 && std::strcmp(argv[1], "--publish") == 0)
+        return SafeFile::publish(QFile::decodeName(argv[2]), ProjectFile::toBytes(newProject())) ? 0 : 1;
+    std::fputs("usage: saver [--old | --new | --publish] FILE\n", stderr);
     return 2;
 }
