@@ -46,9 +46,7 @@ std::optional<struct stat> statusOf(const Path& path)
     struct stat status
     {
     };
-    if (lstat(path.c_str(), &status) != 0)
-        return std::nullopt;
-    return status;
+    return lstat(path.c_str(), &status) == 0 ? std::optional(status) : std::nullopt;
 }
 
 std::optional<struct stat> statusOf(int descriptor)
@@ -56,9 +54,7 @@ std::optional<struct stat> statusOf(int descriptor)
     struct stat status
     {
     };
-    if (fstat(descriptor, &status) != 0)
-        return std::nullopt;
-    return status;
+    return fstat(descriptor, &status) == 0 ? std::optional(status) : std::nullopt;
 }
 
 Path folderOf(const Path& path)
@@ -89,12 +85,9 @@ using Attributes = std::map<std::string, std::string>;
 std::optional<std::string> attributeOf(const Path& path, const char* name)
 {
     const ssize_t size = lgetxattr(path.c_str(), name, nullptr, 0);
-    if (size < 0)
-        return std::nullopt;
-    std::string value(static_cast<std::size_t>(size), '\0');
-    if (lgetxattr(path.c_str(), name, value.data(), value.size()) != size)
-        return std::nullopt;
-    return value;
+    std::string value(size < 0 ? 0 : static_cast<std::size_t>(size), '\0');
+    const bool isRead = size >= 0 && lgetxattr(path.c_str(), name, value.data(), value.size()) == size;
+    return isRead ? std::optional(value) : std::nullopt;
 }
 
 /// The extended attributes, in which access control lists and labels are kept too; nothing if they
@@ -104,18 +97,16 @@ std::optional<Attributes> attributesOf(const Path& path)
     const ssize_t size = llistxattr(path.c_str(), nullptr, 0);
     if (size <= 0)
         return size == 0 || errno == ENOTSUP ? std::optional(Attributes()) : std::nullopt;
-    std::string names(static_cast<std::size_t>(size), '\0');
-    if (llistxattr(path.c_str(), names.data(), names.size()) != size)
-        return std::nullopt;
+    std::string names(static_cast<std::size_t>(size), '\0'); // each ends with a zero
+    bool areKnown = llistxattr(path.c_str(), names.data(), names.size()) == size;
 
     Attributes attributes;
-    for (std::size_t at = 0; at < names.size(); at += std::char_traits<char>::length(&names[at]) + 1) {
+    for (std::size_t at = 0; areKnown && at < names.size(); at = names.find('\0', at) + 1) {
         const std::optional<std::string> value = attributeOf(path, &names[at]);
-        if (!value)
-            return std::nullopt;
-        attributes.emplace(&names[at], *value);
+        areKnown = value.has_value();
+        attributes.emplace(&names[at], value.value_or(std::string()));
     }
-    return attributes;
+    return areKnown ? std::optional(attributes) : std::nullopt;
 }
 #else
 std::optional<Attributes> attributesOf(const Path& /*path*/)
@@ -146,9 +137,9 @@ int openExisting(const Path& path, Posix::ExistingFile::Use use)
     const int usual = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
     const int flags = use == Posix::ExistingFile::Use::Read ? O_RDONLY : O_RDWR | O_NOFOLLOW;
     const int descriptor = uninterrupted([&] { return open(path.c_str(), flags | usual); });
-    if (descriptor < 0 || isRegular(statusOf(descriptor)))
+    if (isRegular(statusOf(descriptor)))
         return descriptor;
-    close(descriptor);
+    close(descriptor); // if it was opened
     return -1;
 }
 

@@ -6,8 +6,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/syscall.h>
@@ -110,6 +112,10 @@ public:
     FailingDisk& operator=(const FailingDisk&) = delete;
 };
 
+/// Those of a broken disk, a full one, and a quota.
+const std::array<std::pair<const char*, int>, 3> ERRORS{
+    {{"EIO", EIO}, {"ENOSPC", ENOSPC}, {"EDQUOT", EDQUOT}}};
+
 constexpr int FOR_EVER = 1'000'000;
 
 const QByteArray OLD(200'000, 'v');
@@ -175,11 +181,11 @@ void TestDiskFailures::init()
 void TestDiskFailures::failure_leavesTheOldFile_data()
 {
     QTest::addColumn<Fault>("fault");
-    for (const int error : {EIO, ENOSPC, EDQUOT}) {
-        QTest::addRow("write %d", error) << Fault{Call::Write, 1, 1, error};
-        QTest::addRow("sync %d", error) << Fault{Call::SyncFile, 1, 1, error};
-        QTest::addRow("close %d", error) << Fault{Call::Close, 1, 1, error};
-        QTest::addRow("rename %d", error) << Fault{Call::Rename, 1, 1, error};
+    for (const auto& [name, error] : ERRORS) {
+        QTest::addRow("write %s", name) << Fault{Call::Write, 1, 1, error};
+        QTest::addRow("sync %s", name) << Fault{Call::SyncFile, 1, 1, error};
+        QTest::addRow("close %s", name) << Fault{Call::Close, 1, 1, error};
+        QTest::addRow("rename %s", name) << Fault{Call::Rename, 1, 1, error};
     }
 }
 
@@ -209,14 +215,14 @@ void TestDiskFailures::failureOfANewFile_leavesNothing()
 void TestDiskFailures::failureInPlace_leavesTheOldFile_data()
 {
     QTest::addColumn<Fault>("fault");
-    for (const int error : {EIO, ENOSPC, EDQUOT}) {
-        QTest::addRow("write copy %d", error) << Fault{Call::Write, 1, FOR_EVER, error};
-        QTest::addRow("write %d", error) << Fault{Call::Write, 5, 5, error};
-        QTest::addRow("sync copy %d", error) << Fault{Call::SyncFile, 1, FOR_EVER, error};
-        QTest::addRow("sync %d", error) << Fault{Call::SyncFile, 2, 2, error};
-        QTest::addRow("sync folder of the copy %d", error) << Fault{Call::SyncFolder, 1, FOR_EVER, error};
-        QTest::addRow("close copy %d", error) << Fault{Call::Close, 1, FOR_EVER, error};
-        QTest::addRow("close %d", error) << Fault{Call::Close, 3, 3, error};
+    for (const auto& [name, error] : ERRORS) {
+        QTest::addRow("write copy %s", name) << Fault{Call::Write, 1, FOR_EVER, error};
+        QTest::addRow("write %s", name) << Fault{Call::Write, 5, 5, error};
+        QTest::addRow("sync copy %s", name) << Fault{Call::SyncFile, 1, FOR_EVER, error};
+        QTest::addRow("sync %s", name) << Fault{Call::SyncFile, 2, 2, error};
+        QTest::addRow("sync folder of the copy %s", name) << Fault{Call::SyncFolder, 1, FOR_EVER, error};
+        QTest::addRow("close copy %s", name) << Fault{Call::Close, 1, FOR_EVER, error};
+        QTest::addRow("close %s", name) << Fault{Call::Close, 3, 3, error};
     }
 }
 

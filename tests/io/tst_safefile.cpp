@@ -77,6 +77,7 @@ private slots:
     void save_onAFullDisk_failsAndKeepsTheOldFile();
     void save_overAFolder_fails();
     void save_whereNoFileMayBeMade_writesInPlace();
+    void save_whereTheFolderMayNotBeListed_works();
     void publish_replacesTheWholeContent();
     void publish_doesNotFollowALink();
     void publish_isForTheOwnerAlone();
@@ -170,6 +171,28 @@ void TestSafeFile::save_whereNoFileMayBeMade_writesInPlace()
         QSKIP("No user here who may not make files in this folder");
     QVERIFY(saved);
     QCOMPARE(contentOf(path), QByteArray("corto"));
+#else
+    QSKIP("No such folder here");
+#endif
+}
+
+// Nor synced, then.
+void TestSafeFile::save_whereTheFolderMayNotBeListed_works()
+{
+#ifdef Q_OS_UNIX
+    const QTemporaryDir folder;
+    const QFile::Permissions usual = QFile::permissions(folder.path());
+    const QFile::Permissions writing = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    const QFile::Permissions entering = QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
+    QVERIFY(QFile::setPermissions(folder.path(), writing | entering));
+    bool saved = false;
+    {
+        const Anybody user;
+        saved = SafeFile::save(folder.filePath(u"a.rig"_s), "nuevo");
+    }
+    QVERIFY(QFile::setPermissions(folder.path(), usual));
+    QVERIFY(saved);
+    QCOMPARE(contentOf(folder.filePath(u"a.rig"_s)), QByteArray("nuevo"));
 #else
     QSKIP("No such folder here");
 #endif

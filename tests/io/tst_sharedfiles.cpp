@@ -91,6 +91,8 @@ private slots:
     void keepsAttributes();
     void inPlaceOnAFullDisk_keepsTheOldFile();
     void inPlace_leavesAnEmptyPrivateFolder();
+    void inPlace_usesTheUsersRecoveryFolder();
+    void inPlaceWhereNoCopyCanBeMade_isRefused_data();
     void inPlaceWhereNoCopyCanBeMade_isRefused();
     void inPlaceWhileAnotherWrites_isRefused();
     void overNoFile_isRefused_data();
@@ -241,14 +243,39 @@ void TestSharedFiles::inPlace_leavesAnEmptyPrivateFolder()
     QCOMPARE(permissionsOf(copies), 0700U);
 }
 
+void TestSharedFiles::inPlace_usesTheUsersRecoveryFolder()
+{
+    const QTemporaryDir folder;
+    const QByteArray home = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", QFile::encodeName(folder.path()));
+    const QString path = folder.filePath(u"a.rig"_s);
+    put(path, "viejo");
+    addName(path, folder.filePath(u"b.rig"_s));
+    const bool saved = SafeFile::save(path, "nuevo");
+    const QString recovery = RecoveryFolder::path();
+    qputenv("XDG_DATA_HOME", home);
+    QVERIFY(saved);
+    QVERIFY(recovery.startsWith(folder.path() + u'/'));
+    QVERIFY(recovery.endsWith(u"/recuperacion"_s));
+    QCOMPARE(permissionsOf(recovery), 0700U);
+}
+
+void TestSharedFiles::inPlaceWhereNoCopyCanBeMade_isRefused_data()
+{
+    QTest::addColumn<QByteArray>("temporaryFolder");
+    QTest::newRow("missing") << QByteArray("/no existe");
+    QTest::newRow("takes no files") << QByteArray("/proc");
+}
+
 void TestSharedFiles::inPlaceWhereNoCopyCanBeMade_isRefused()
 {
+    QFETCH(const QByteArray, temporaryFolder);
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.rig"_s);
     put(path, "viejo");
     addName(path, folder.filePath(u"b.rig"_s));
     const QByteArray temporary = qgetenv("TMPDIR");
-    qputenv("TMPDIR", QFile::encodeName(folder.filePath(u"no existe"_s)));
+    qputenv("TMPDIR", temporaryFolder);
     const bool saved = SafeFile::save(path, "nuevo", path + u"/copias"_s);
     qputenv("TMPDIR", temporary);
     QVERIFY(!saved);
