@@ -62,17 +62,6 @@ Path folderOf(const Path& path)
     return path.has_parent_path() ? path.parent_path() : Path(".");
 }
 
-/// In a folder like /tmp only the owner of a file, or of the folder, may replace a file.
-bool isKeptByItsFolder(const Path& path, const struct stat& file)
-{
-    struct stat folder
-    {
-    };
-    const uid_t user = geteuid();
-    return stat(folderOf(path).c_str(), &folder) == 0 && (folder.st_mode & S_ISVTX) != 0 && user != 0
-           && user != file.st_uid && user != folder.st_uid;
-}
-
 /// Whether the folder said no, rather than the disk.
 bool isRefusal(int error)
 {
@@ -85,8 +74,8 @@ using Attributes = std::map<std::string, std::string>;
 std::optional<std::string> attributeOf(const Path& path, const char* name)
 {
     const ssize_t size = lgetxattr(path.c_str(), name, nullptr, 0);
-    std::string value(size < 0 ? 0 : static_cast<std::size_t>(size), '\0');
-    const bool isRead = size >= 0 && lgetxattr(path.c_str(), name, value.data(), value.size()) == size;
+    std::string value(static_cast<std::size_t>(qMax<ssize_t>(size, 0)), '\0');
+    const bool isRead = size != -1 && lgetxattr(path.c_str(), name, value.data(), value.size()) == size;
     return isRead ? std::optional(value) : std::nullopt;
 }
 
@@ -95,8 +84,8 @@ std::optional<std::string> attributeOf(const Path& path, const char* name)
 std::optional<Attributes> attributesOf(const Path& path)
 {
     const ssize_t size = llistxattr(path.c_str(), nullptr, 0);
-    if (size <= 0)
-        return size == 0 || errno == ENOTSUP ? std::optional(Attributes()) : std::nullopt;
+    if (size == -1)
+        return errno == ENOTSUP ? std::optional(Attributes()) : std::nullopt;
     std::string names(static_cast<std::size_t>(size), '\0'); // each ends with a zero
     bool areKnown = llistxattr(path.c_str(), names.data(), names.size()) == size;
 
@@ -182,14 +171,15 @@ FileFacts Posix::factsOf(const Path& path)
 {
     FileFacts facts;
     const std::optional<struct stat> status = statusOf(path);
-    facts.exists = status || errno != ENOENT;
-    if (!status)
+    if (!status) {
+        facts.exists = errno != ENOENT;
         return facts;
+    }
+    facts.exists = true;
     facts.isRegular = S_ISREG(status->st_mode);
     facts.mayBeWritten = (status->st_mode & WRITABLE_BY_ANYBODY) != 0
                          && faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
     facts.hasOtherNames = status->st_nlink > 1;
-    facts.folderRefuses = isKeptByItsFolder(path, *status);
     return facts;
 }
 
@@ -202,19 +192,17 @@ bool Posix::makePrivateFolder(const Path& folder)
 {
     std::error_code error;
     std::filesystem::create_directories(folderOf(folder), error);
-    if (mkdir(folder.c_str(), S_IRWXU) == 0)
-        return true;
+    [[maybe_unused]] const int isNew = mkdir(folder.c_str(), S_IRWXU);
     const std::optional<struct stat> status = statusOf(folder);
-    if (!status || !S_ISDIR(status->st_mode) || status->st_uid != geteuid())
-        return false;
-    return (status->st_mode & ALL_PERMISSIONS) == S_IRWXU || chmod(folder.c_str(), S_IRWXU) == 0;
+    const bool isOwn = status && S_ISDIR(status->st_mode) && status->st_uid == geteuid();
+    return isOwn && chmod(folder.c_str(), S_IRWXU) == 0;
 }
 
 bool Posix::syncFolder(const Path& folder)
 {
     const int descriptor = uninterrupted(
         [&] { return open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
-    if (descriptor < 0)
+    if (descriptor == -1)
         return errno == EACCES;
     const int result = uninterrupted([&] { return fsync(descriptor); });
     const bool isSynced = result == 0 || errno == EINVAL || errno == ENOTSUP;
@@ -238,36 +226,31 @@ OpenFile::~OpenFile()
 
 std::optional<QByteArray> OpenFile::read(qint64 most)
 {
-    if (!rewind())
-        return std::nullopt;
     QByteArray bytes;
     std::array<char, CHUNK> chunk{};
-    while (bytes.size() < most) {
+    for (;;) {
         const std::size_t room = std::min(chunk.size(), static_cast<std::size_t>(most - bytes.size()));
         const ssize_t got = uninterrupted([&] { return ::read(m_descriptor, chunk.data(), room); });
-        if (got < 0)
+        if (got == -1)
             return std::nullopt;
         if (got == 0)
-            break;
+            return bytes;
         bytes.append(chunk.data(), got);
     }
-    return bytes;
 }
 
 bool OpenFile::write(const QByteArray& bytes)
 {
-    return rewind() && append(bytes.constData(), bytes.size());
+    return lseek(m_descriptor, 0, SEEK_SET) == 0 && append(bytes.constData(), bytes.size());
 }
 
 bool OpenFile::copyFrom(OpenFile& source)
 {
-    if (!rewind() || !source.rewind())
-        return false;
     std::array<char, CHUNK> chunk{};
     qint64 size = 0;
     for (;;) {
         const ssize_t got =
-            uninterrupted([&] { return ::read(source.m_descriptor, chunk.data(), chunk.size()); });
+            uninterrupted([&] { return pread(source.m_descriptor, chunk.data(), chunk.size(), size); });
         if (got <= 0)
             return got == 0 && cut(size);
         if (!append(chunk.data(), got))
@@ -296,13 +279,8 @@ bool OpenFile::finish()
 #endif
     // Whatever it returns, there is nothing left to be closed again.
     const bool isClosed = close(m_descriptor) == 0;
-    m_descriptor = -1;
+    m_descriptor = NONE;
     return isSynced && isClosed;
-}
-
-bool OpenFile::rewind()
-{
-    return lseek(m_descriptor, 0, SEEK_SET) == 0;
 }
 
 bool OpenFile::append(const char* bytes, qint64 size)
@@ -310,7 +288,7 @@ bool OpenFile::append(const char* bytes, qint64 size)
     for (qint64 done = 0; done < size;) {
         const ssize_t written = uninterrupted(
             [&] { return ::write(m_descriptor, bytes + done, static_cast<std::size_t>(size - done)); });
-        if (written <= 0)
+        if (written == -1)
             return false;
         done += written;
     }

@@ -48,15 +48,16 @@ public: // construction
 public: // queries
     [[nodiscard]] bool isOpen() const
     {
-        return m_descriptor >= 0;
+        return m_descriptor != NONE;
     }
 
 public: // commands; each returns whether all of it was done, false when the file is not open
-    /// From the first byte on; at most `most` bytes are read. Nothing when reading fails.
+    /// What follows in the file, at most `most` bytes. Nothing when reading fails.
     [[nodiscard]] std::optional<QByteArray> read(qint64 most);
     /// Puts `bytes` at the beginning; what the file holds beyond them stays.
     [[nodiscard]] bool write(const QByteArray& bytes);
-    /// Makes this file's content that of `source`.
+    /// Makes the content of this file, which has just been opened, that of `source`, wherever that is
+    /// being read or written.
     [[nodiscard]] bool copyFrom(OpenFile& source);
     /// What is beyond `size` [bytes] goes.
     [[nodiscard]] bool cut(qint64 size);
@@ -75,9 +76,9 @@ protected:
     }
 
 private:
-    [[nodiscard]] bool rewind();
     [[nodiscard]] bool append(const char* bytes, qint64 size);
 
+    static constexpr int NONE = -1; ///< as the system's calls return it
     int m_descriptor;
 };
 

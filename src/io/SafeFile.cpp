@@ -65,7 +65,7 @@ bool restore(const Path& target, const Path& copy)
 {
     ExistingFile from(copy, ExistingFile::Use::Read);
     ExistingFile to(target, ExistingFile::Use::Change);
-    return from.isOpen() && to.isOpen() && to.copyFrom(from) && to.finish();
+    return to.copyFrom(from) && to.finish();
 }
 
 bool writeInPlace(const Path& target, const QByteArray& bytes, const Path& copies)

@@ -26,7 +26,7 @@ std::filesystem::path nativePath(const QString& path)
 /// There is something that is no file to be written.
 bool isRefused(const QFileInfo& file)
 {
-    return file.exists() ? !file.isFile() || !file.isWritable() : file.isSymLink();
+    return file.exists() ? !file.isFile() : file.isSymLink();
 }
 
 bool writeAll(QFileDevice& file, const QByteArray& bytes)
@@ -42,12 +42,11 @@ std::optional<QByteArray> SafeFile::read(const QString& path, qint64 most)
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     QByteArray bytes;
-    while (bytes.size() < most) {
-        const QByteArray chunk = file.read(qMin(CHUNK, most - bytes.size()));
-        if (chunk.isEmpty())
-            break;
+    QByteArray chunk;
+    do {
+        chunk = file.read(qMin(CHUNK, most - bytes.size()));
         bytes += chunk;
-    }
+    } while (!chunk.isEmpty());
     return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
 }
 

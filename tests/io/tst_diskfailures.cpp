@@ -13,6 +13,7 @@
 
 #include <fcntl.h>
 #include <sys/syscall.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -26,11 +27,15 @@ namespace
 enum class Call
 {
     None,
+    Read,
     Write,
+    WriteAll, ///< half of it is written, and that is told
     SyncFile,
     SyncFolder,
     Close,
     Rename,
+    ListAttributes,
+    GetAttribute,
 };
 
 /// Which calls to the disk fail, and how.
@@ -61,9 +66,16 @@ bool fails(Call call)
 // The program's calls end here instead of in the C library.
 extern "C" {
 
+ssize_t pread(int descriptor, void* bytes, size_t size, off_t at)
+{
+    return fails(Call::Read) ? -1 : syscall(SYS_pread64, descriptor, bytes, size, at);
+}
+
 ssize_t write(int descriptor, const void* bytes, size_t size)
 {
-    return fails(Call::Write) ? -1 : syscall(SYS_write, descriptor, bytes, size);
+    if (fails(Call::Write))
+        return -1;
+    return syscall(SYS_write, descriptor, bytes, fails(Call::WriteAll) ? (size + 1) / 2 : size);
 }
 
 int fdatasync(int descriptor)
@@ -90,6 +102,16 @@ int close(int descriptor)
 int rename(const char* from, const char* to) noexcept
 {
     return fails(Call::Rename) ? -1 : renameat(AT_FDCWD, from, AT_FDCWD, to);
+}
+
+ssize_t llistxattr(const char* path, char* names, size_t size) noexcept
+{
+    return fails(Call::ListAttributes) ? -1 : syscall(SYS_llistxattr, path, names, size);
+}
+
+ssize_t lgetxattr(const char* path, const char* name, void* value, size_t size) noexcept
+{
+    return fails(Call::GetAttribute) ? -1 : syscall(SYS_lgetxattr, path, name, value, size);
 }
 }
 
@@ -119,7 +141,7 @@ const std::array<std::pair<const char*, int>, 3> ERRORS{
 constexpr int FOR_EVER = 1'000'000;
 
 const QByteArray OLD(200'000, 'v');
-const QByteArray NEW(150'000, 'n');
+const QByteArray NEW = QByteArray("nuevo").repeated(30'000);
 
 } // namespace
 
@@ -144,8 +166,14 @@ private slots:
     void unusableRecoveryFolder_isReplacedByTheTemporaryOne_data();
     void unusableRecoveryFolder_isReplacedByTheTemporaryOne();
     void unsyncedFolder_isTold();
+    void folderThatCannotBeSynced_isNoFailure_data();
     void folderThatCannotBeSynced_isNoFailure();
+    void folderThatRefusesTheReplacement_isWrittenInPlace_data();
     void folderThatRefusesTheReplacement_isWrittenInPlace();
+    void diskWithoutAttributes_letsTheFileBeReplaced();
+    void unknownAttributes_areKeptByWritingInPlace_data();
+    void unknownAttributes_areKeptByWritingInPlace();
+    void shortWrites_areContinued();
     void interruptedCalls_areRepeated_data();
     void interruptedCalls_areRepeated();
     void failedPublication_leavesNothing_data();
@@ -216,6 +244,7 @@ void TestDiskFailures::failureInPlace_leavesTheOldFile_data()
 {
     QTest::addColumn<Fault>("fault");
     for (const auto& [name, error] : ERRORS) {
+        QTest::addRow("read %s", name) << Fault{Call::Read, 1, FOR_EVER, error};
         QTest::addRow("write copy %s", name) << Fault{Call::Write, 1, FOR_EVER, error};
         QTest::addRow("write %s", name) << Fault{Call::Write, 5, 5, error};
         QTest::addRow("sync copy %s", name) << Fault{Call::SyncFile, 1, FOR_EVER, error};
@@ -308,21 +337,75 @@ void TestDiskFailures::unsyncedFolder_isTold()
     QCOMPARE(contentOf(path(u"gira.rig"_s)), NEW);
 }
 
+void TestDiskFailures::folderThatCannotBeSynced_isNoFailure_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("EINVAL") << EINVAL;
+    QTest::newRow("ENOTSUP") << ENOTSUP;
+}
+
 void TestDiskFailures::folderThatCannotBeSynced_isNoFailure()
 {
-    QVERIFY(save({Call::SyncFolder, 1, FOR_EVER, EINVAL}));
+    QFETCH(const int, error);
+    QVERIFY(save({Call::SyncFolder, 1, FOR_EVER, error}));
     QCOMPARE(m_seen, 1);
     QCOMPARE(contentOf(path(u"gira.rig"_s)), NEW);
 }
 
+void TestDiskFailures::folderThatRefusesTheReplacement_isWrittenInPlace_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("EACCES") << EACCES;
+    QTest::newRow("EPERM") << EPERM;
+    QTest::newRow("EROFS") << EROFS;
+}
+
 void TestDiskFailures::folderThatRefusesTheReplacement_isWrittenInPlace()
 {
+    QFETCH(const int, error);
     QFile reader(path(u"gira.rig"_s));
     QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
-    QVERIFY(save({Call::Rename, 1, FOR_EVER, EPERM}));
+    QVERIFY(save({Call::Rename, 1, FOR_EVER, error}));
     QCOMPARE(reader.readAll(), NEW);
     QCOMPARE(entries(QString()), QStringList(u"gira.rig"_s));
     QVERIFY(entries(u"copias"_s).isEmpty());
+}
+
+void TestDiskFailures::diskWithoutAttributes_letsTheFileBeReplaced()
+{
+    QFile reader(path(u"gira.rig"_s));
+    QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    QVERIFY(save({Call::ListAttributes, 1, FOR_EVER, ENOTSUP}));
+    QCOMPARE(reader.readAll(), OLD);
+    QCOMPARE(contentOf(path(u"gira.rig"_s)), NEW);
+}
+
+void TestDiskFailures::unknownAttributes_areKeptByWritingInPlace_data()
+{
+    QTest::addColumn<Fault>("fault");
+    QTest::newRow("names") << Fault{Call::ListAttributes, 1, FOR_EVER};
+    QTest::newRow("names, the second time") << Fault{Call::ListAttributes, 2, FOR_EVER};
+    QTest::newRow("value") << Fault{Call::GetAttribute, 1, FOR_EVER};
+    QTest::newRow("value, the second time") << Fault{Call::GetAttribute, 2, FOR_EVER};
+}
+
+void TestDiskFailures::unknownAttributes_areKeptByWritingInPlace()
+{
+    QFETCH(const Fault, fault);
+    if (setxattr(QFile::encodeName(path(u"gira.rig"_s)).constData(), "user.comment", "gira", 4, 0) != 0)
+        QSKIP("No such attributes on this disk");
+    QFile reader(path(u"gira.rig"_s));
+    QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    QVERIFY(save(fault));
+    QVERIFY(m_seen >= fault.from);
+    QCOMPARE(reader.readAll(), NEW);
+}
+
+void TestDiskFailures::shortWrites_areContinued()
+{
+    QVERIFY(save({Call::WriteAll, 1, 3}));
+    QVERIFY(m_seen > 3);
+    QCOMPARE(contentOf(path(u"gira.rig"_s)), NEW);
 }
 
 void TestDiskFailures::interruptedCalls_areRepeated_data()

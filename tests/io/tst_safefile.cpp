@@ -1,6 +1,7 @@
 #include "io/SafeFile.h"
 #include "support/Files.h"
 #ifdef Q_OS_UNIX
+#include "support/Anybody.h"
 #include "support/FullDisk.h"
 #endif
 
@@ -10,15 +11,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
-
 using namespace Qt::StringLiterals;
 
 using Support::contentOf;
 using Support::put;
 #ifdef Q_OS_UNIX
+using Support::Anybody;
 using Support::FullDisk;
 #endif
 
@@ -34,30 +32,6 @@ void addSizes()
     QTest::newRow("large") << 1'000'000;
 }
 
-#ifdef Q_OS_UNIX
-/// Nothing is forbidden to root: while this lives, root is nobody in particular.
-class Anybody
-{
-public:
-    Anybody()
-    {
-        if (geteuid() == 0)
-            m_left = seteuid(NOBODY) == 0;
-    }
-    ~Anybody()
-    {
-        if (m_left && seteuid(0) != 0)
-            qFatal("cannot become root again");
-    }
-    Anybody(const Anybody&) = delete;
-    Anybody& operator=(const Anybody&) = delete;
-
-private:
-    static constexpr uid_t NOBODY = 65534;
-    bool m_left = false;
-};
-#endif
-
 QStringList entries(const QString& folder)
 {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
@@ -71,6 +45,7 @@ class TestSafeFile : public QObject
 
 private slots:
     void initTestCase();
+    void read_givesNoMoreThanWanted();
     void save_replacesTheWholeContent();
     void save_followsALink();
     void save_onAFullDisk_failsAndKeepsTheOldFile_data();
@@ -94,6 +69,17 @@ private:
 void TestSafeFile::initTestCase()
 {
     qputenv("XDG_DATA_HOME", QFile::encodeName(m_home.path()));
+}
+
+void TestSafeFile::read_givesNoMoreThanWanted()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.rig"_s);
+    const QByteArray content(100'000, 'x');
+    put(path, content);
+    QCOMPARE(SafeFile::read(path, 100'001), content);
+    QCOMPARE(SafeFile::read(path, 100'000), content);
+    QCOMPARE(SafeFile::read(path, 99'999), content.chopped(1));
 }
 
 void TestSafeFile::save_replacesTheWholeContent()

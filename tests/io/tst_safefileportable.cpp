@@ -1,6 +1,7 @@
 #include "io/SafeFile.h"
 #include "support/Files.h"
 #ifdef Q_OS_UNIX
+#include "support/Anybody.h"
 #include "support/FullDisk.h"
 
 #include <sys/stat.h>
@@ -32,6 +33,7 @@ private slots:
     void save_followsALink();
     void save_overWhatIsNoFile_isRefused();
     void save_overAReadOnlyFile_isRefused();
+    void save_whereNoFileMayBeMade_writesInPlace();
     void publish_replacesFilesAndLinks();
     void publish_overAFolder_fails();
     void publish_intoAMissingFolder_fails();
@@ -76,6 +78,9 @@ void TestSafeFilePortable::read_ofWhatIsNoFile_fails()
 {
     QVERIFY(!SafeFile::read(path(u"nada"_s), 1000).has_value());
     QVERIFY(!SafeFile::read(m_folder->path(), 1000).has_value());
+#ifdef Q_OS_UNIX
+    QVERIFY(!SafeFile::read(u"/dev/zero"_s, 1000).has_value());
+#endif
 }
 
 void TestSafeFilePortable::read_thatBreaksOff_fails()
@@ -124,6 +129,24 @@ void TestSafeFilePortable::save_overAReadOnlyFile_isRefused()
         QSKIP("Everything may be written by this user");
     QVERIFY(!SafeFile::save(path(u"a.rig"_s), "nuevo"));
     QCOMPARE(contentOf(path(u"a.rig"_s)), QByteArray("viejo"));
+}
+
+void TestSafeFilePortable::save_whereNoFileMayBeMade_writesInPlace()
+{
+#ifdef Q_OS_UNIX
+    QCOMPARE(chmod(QFile::encodeName(path(u"a.rig"_s)).constData(), 0666), 0);
+    QCOMPARE(chmod(QFile::encodeName(m_folder->path()).constData(), 0555), 0);
+    bool saved = false;
+    {
+        const Support::Anybody user;
+        saved = SafeFile::save(path(u"a.rig"_s), "nuevo");
+    }
+    QCOMPARE(chmod(QFile::encodeName(m_folder->path()).constData(), 0755), 0);
+    QVERIFY(saved);
+    QCOMPARE(contentOf(path(u"a.rig"_s)), QByteArray("nuevo"));
+#else
+    QSKIP("No such folder here");
+#endif
 }
 
 void TestSafeFilePortable::publish_replacesFilesAndLinks()

@@ -68,6 +68,18 @@ public:
 private:
     mode_t m_before;
 };
+/// Lets user 4711 read and write. Version 2; then owner, that user, group, mask and others, each with
+/// tag, permissions and identity.
+QByteArray accessList()
+{
+    return QByteArray::fromHex("02000000"
+                               "01000600ffffffff"
+                               "0200060067120000"
+                               "04000400ffffffff"
+                               "10000600ffffffff"
+                               "20000000ffffffff");
+}
+
 QStringList entries(const QString& folder)
 {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
@@ -89,6 +101,8 @@ private slots:
     void keepsFurtherNames();
     void keepsAttributes_data();
     void keepsAttributes();
+    void ofAFileThatInheritedAList_replacesIt();
+    void inPlaceOnAFullDisk_keepsTheOldFile_data();
     void inPlaceOnAFullDisk_keepsTheOldFile();
     void inPlace_leavesAnEmptyPrivateFolder();
     void inPlace_usesTheUsersRecoveryFolder();
@@ -98,6 +112,8 @@ private slots:
     void overNoFile_isRefused_data();
     void overNoFile_isRefused();
     void overALoopOfLinks_isRefused();
+    void throughManyLinks_worksAsFarAsTheSystemDoes_data();
+    void throughManyLinks_worksAsFarAsTheSystemDoes();
     void throughALinkToNothing_makesTheFile();
     void overAReadOnlyFile_isRefused();
     void ofTheLongestName_works_data();
@@ -174,19 +190,36 @@ void TestSharedFiles::keepsFurtherNames()
     QCOMPARE(statusOf(path).st_nlink, 2U);
 }
 
+// A new file gets the same list from the folder, so nothing is lost by it.
+void TestSharedFiles::ofAFileThatInheritedAList_replacesIt()
+{
+#ifdef Q_OS_LINUX
+    const QTemporaryDir folder;
+    const QByteArray list = accessList();
+    if (setxattr(QFile::encodeName(folder.path()).constData(), "system.posix_acl_default", list.constData(),
+                 size_t(list.size()), 0)
+        != 0)
+        QSKIP("No such lists on this disk");
+    const QString path = folder.filePath(u"a.rig"_s);
+    put(path, "viejo");
+    QFile reader(path);
+    QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    QVERIFY(SafeFile::save(path, "nuevo", folder.filePath(u"copias"_s)));
+    QCOMPARE(reader.readAll(), QByteArray("viejo"));
+    QCOMPARE(contentOf(path), QByteArray("nuevo"));
+    QCOMPARE(getxattr(QFile::encodeName(path).constData(), "system.posix_acl_access", nullptr, 0),
+             ssize_t(list.size()));
+#else
+    QSKIP("The attributes of Linux");
+#endif
+}
+
 void TestSharedFiles::keepsAttributes_data()
 {
     QTest::addColumn<QByteArray>("attribute");
     QTest::addColumn<QByteArray>("value");
     QTest::newRow("remark") << QByteArray("user.comment") << QByteArray("de la gira");
-    // Version 2; owner, user 4711, group, mask and others, each with tag, permissions and identity.
-    QTest::newRow("access control list") << QByteArray("system.posix_acl_access")
-                                         << QByteArray::fromHex("02000000"
-                                                                "01000600ffffffff"
-                                                                "0200060067120000"
-                                                                "04000400ffffffff"
-                                                                "10000600ffffffff"
-                                                                "20000000ffffffff");
+    QTest::newRow("access control list") << QByteArray("system.posix_acl_access") << accessList();
 }
 
 void TestSharedFiles::keepsAttributes()
@@ -211,19 +244,34 @@ void TestSharedFiles::keepsAttributes()
 #endif
 }
 
+void TestSharedFiles::inPlaceOnAFullDisk_keepsTheOldFile_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    QTest::addColumn<int>("room"); // [bytes]
+    const QByteArray large = QByteArray("viejo").repeated(40'000);
+    QTest::newRow("for the copy alone") << QByteArray("viejo") << QByteArray("nuevo y más largo") << 10;
+    QTest::newRow("for the copy alone, large") << large << large + "nuevo" << 200'002;
+    QTest::newRow("for half of the copy") << large << large + "nuevo" << 100'000;
+    QTest::newRow("for nothing") << large << QByteArray("nuevo") << 0;
+}
+
 void TestSharedFiles::inPlaceOnAFullDisk_keepsTheOldFile()
 {
+    QFETCH(const QByteArray, before);
+    QFETCH(const QByteArray, after);
+    QFETCH(const int, room);
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.rig"_s);
-    put(path, "viejo");
+    put(path, before);
     addName(path, folder.filePath(u"b.rig"_s));
     bool saved = true;
     {
-        const FullDisk disk; // has room for the copy, and for the beginning of the new content
-        saved = SafeFile::save(path, "nuevo y más largo", folder.filePath(u"copias"_s));
+        const FullDisk disk(static_cast<rlim_t>(room));
+        saved = SafeFile::save(path, after, folder.filePath(u"copias"_s));
     }
     QVERIFY(!saved);
-    QCOMPARE(contentOf(path), QByteArray("viejo"));
+    QCOMPARE(contentOf(path), before);
     QVERIFY(entries(folder.filePath(u"copias"_s)).isEmpty());
 }
 
@@ -329,6 +377,26 @@ void TestSharedFiles::overALoopOfLinks_isRefused()
     QVERIFY(S_ISLNK(statusOf(first).st_mode));
     QVERIFY(S_ISLNK(statusOf(second).st_mode));
     QCOMPARE(entries(folder.path()).size(), 2);
+}
+
+void TestSharedFiles::throughManyLinks_worksAsFarAsTheSystemDoes_data()
+{
+    QTest::addColumn<int>("links");
+    QTest::addColumn<bool>("works");
+    QTest::newRow("forty") << 40 << true;
+    QTest::newRow("one more") << 41 << false;
+}
+
+void TestSharedFiles::throughManyLinks_worksAsFarAsTheSystemDoes()
+{
+    QFETCH(const int, links);
+    QFETCH(const bool, works);
+    const QTemporaryDir folder;
+    put(folder.filePath(u"0"_s), "viejo");
+    for (int i = 1; i <= links; ++i)
+        QVERIFY(QFile::link(QString::number(i - 1), folder.filePath(QString::number(i))));
+    QCOMPARE(SafeFile::save(folder.filePath(QString::number(links)), "nuevo"), works);
+    QCOMPARE(contentOf(folder.filePath(u"0"_s)), QByteArray(works ? "nuevo" : "viejo"));
 }
 
 void TestSharedFiles::throughALinkToNothing_makesTheFile()

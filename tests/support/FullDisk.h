@@ -7,15 +7,15 @@
 namespace Support
 {
 
-/// Like a disk that fills up: no file of this process may grow beyond a few bytes meanwhile.
+/// Like a disk that fills up: no file of this process may grow beyond `size` [bytes] meanwhile.
 class FullDisk
 {
 public:
-    FullDisk()
+    explicit FullDisk(rlim_t size = 10)
     {
         getrlimit(RLIMIT_FSIZE, &m_before);
         rlimit tight = m_before;
-        tight.rlim_cur = 10;
+        tight.rlim_cur = size;
         m_handler = std::signal(SIGXFSZ, SIG_IGN);
         setrlimit(RLIMIT_FSIZE, &tight);
     }
