@@ -12,9 +12,6 @@ namespace
 /// decide, and the one further left is named.
 constexpr double WORSE = 1e-9;
 
-/// What a load grows by while its motors start and stop, without a unit.
-constexpr float DYNAMIC_FACTOR = 1.25F;
-
 SecondOpinion::Verdict verdictOf(const SecondOpinion::Motor& motor, double atPoint)
 {
     return SecondOpinion::motorVerdict(atPoint, motor.selfWeight, motor.capacity);
@@ -24,12 +21,8 @@ SecondOpinion::Verdict verdictOf(const SecondOpinion::Motor& motor, double atPoi
 
 SecondOpinion::Verdict SecondOpinion::motorVerdict(double atPoint, double selfWeight, double capacity)
 {
-    const float hanging = Numbers::toSingle(atPoint);
-    const float limit = Numbers::toSingle(capacity);
-    if (hanging > limit)
-        return Verdict::StaticExcess;
-    const float dynamic = (hanging + Numbers::toSingle(selfWeight)) * DYNAMIC_FACTOR;
-    return dynamic > limit ? Verdict::DynamicExcess : Verdict::Fits;
+    return Limits::motorVerdict(Numbers::toSingle(atPoint), Numbers::toSingle(selfWeight),
+                                Numbers::toSingle(capacity));
 }
 
 SecondOpinion::MotorOpinion MotorOpinions::asked(const SecondOpinion::Motor& motor)

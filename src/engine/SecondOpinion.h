@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/BeamDiagram.h"
+#include "engine/Limits.h"
 #include "engine/TrussBeam.h"
 
 #include <QString>
@@ -84,12 +85,8 @@ enum class Problem
     Overflow,  ///< sums beyond all numbers
 };
 
-enum class Verdict
-{
-    Fits,
-    StaticExcess,  ///< what hangs on it is more than its capacity
-    DynamicExcess, ///< with the motor's own weight, times 1.25, it is
-};
+/// As for today's figures: `StaticOverload`, `DynamicOverload` or `Fits`.
+using Verdict = Limits::MotorVerdict;
 
 /// The program's own tests of a motor, in single precision as it makes them, so that a figure which
 /// is the same but for rounding gets the same verdict. `atPoint` [kg] hangs on the motor.

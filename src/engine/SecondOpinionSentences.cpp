@@ -150,7 +150,7 @@ QString oneSlackText(const Opinion& opinion, const MotorOpinion& told)
     const Verdict verdict = told.oneSlackVerdict.value_or(Verdict::Fits);
     if (verdict == Verdict::Fits)
         return {};
-    const QString excess = verdict == Verdict::StaticExcess
+    const QString excess = verdict == Verdict::StaticOverload
                                ? u", más que sus "_s + entered(told.motor.capacity)
                                : u" ("_s + SecondOpinionText::verdict(verdict) + u')';
     return u"Si se afloja %1, %2 llega a %3 kg%4%5."_s.arg(

@@ -109,9 +109,9 @@ QString SecondOpinionText::stateKey(State state)
 QString SecondOpinionText::verdictKey(Verdict verdict)
 {
     switch (verdict) {
-    case Verdict::StaticExcess:
+    case Verdict::StaticOverload:
         return u"exceso_estatico"_s;
-    case Verdict::DynamicExcess:
+    case Verdict::DynamicOverload:
         return u"exceso_dinamico"_s;
     case Verdict::Fits:
         break;
@@ -122,9 +122,9 @@ QString SecondOpinionText::verdictKey(Verdict verdict)
 QString SecondOpinionText::verdict(Verdict verdict)
 {
     switch (verdict) {
-    case Verdict::StaticExcess:
+    case Verdict::StaticOverload:
         return u"EXCESO ESTÁTICO"_s;
-    case Verdict::DynamicExcess:
+    case Verdict::DynamicOverload:
         return u"EXCESO DINÁMICO"_s;
     case Verdict::Fits:
         break;

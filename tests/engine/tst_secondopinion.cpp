@@ -457,10 +457,10 @@ void SecondOpinionTest::verdict_isTheProgramsOwn_data()
     QTest::newRow("fits") << 300.0 << 500.0 << Verdict::Fits;
     QTest::newRow("just fits") << 350.0 << 500.0 << Verdict::Fits; // (350 + 50)·1.25
     QTest::newRow("just fits, but for rounding") << 350.000001 << 500.0 << Verdict::Fits;
-    QTest::newRow("dynamic") << 350.01 << 500.0 << Verdict::DynamicExcess;
-    QTest::newRow("all of it") << 500.0 << 500.0 << Verdict::DynamicExcess;
-    QTest::newRow("static") << 500.01 << 500.0 << Verdict::StaticExcess;
-    QTest::newRow("huge") << 1e300 << 500.0 << Verdict::StaticExcess;
+    QTest::newRow("dynamic") << 350.01 << 500.0 << Verdict::DynamicOverload;
+    QTest::newRow("all of it") << 500.0 << 500.0 << Verdict::DynamicOverload;
+    QTest::newRow("static") << 500.01 << 500.0 << Verdict::StaticOverload;
+    QTest::newRow("huge") << 1e300 << 500.0 << Verdict::StaticOverload;
     QTest::newRow("none") << std::nan("") << 500.0 << Verdict::Fits;
 }
 
@@ -480,7 +480,7 @@ void SecondOpinionTest::contradiction_isOnTheUnsafeSideOnly()
     layout.motors[0].capacity = 715.0;
     const Opinion opinion = SecondOpinion::of(layout);
     QCOMPARE(opinion.motors[0].leverVerdict, Verdict::Fits);
-    QCOMPARE(opinion.motors[0].levelVerdict.value(), Verdict::DynamicExcess);
+    QCOMPARE(opinion.motors[0].levelVerdict.value(), Verdict::DynamicOverload);
     QVERIFY(opinion.contradicts());
     // Whom today's figures do not pass, nobody has to be warned of again.
     layout.motors[0].lever = 600.0;
@@ -488,7 +488,7 @@ void SecondOpinionTest::contradiction_isOnTheUnsafeSideOnly()
     // The centre carries less than the lever says: that is no contradiction.
     layout.motors[0].capacity = 1000.0;
     layout.motors[1].capacity = 250.0;
-    QCOMPARE(SecondOpinion::of(layout).motors[1].leverVerdict, Verdict::DynamicExcess);
+    QCOMPARE(SecondOpinion::of(layout).motors[1].leverVerdict, Verdict::DynamicOverload);
     QVERIFY(!SecondOpinion::of(layout).contradicts());
 }
 
@@ -499,8 +499,8 @@ void SecondOpinionTest::anyLevelling_fitsWhenEveryMostDoes()
     QVERIFY(!SecondOpinion::of(layout).fitsAnyLevelling());
     layout.motors[1].capacity = 441.0;
     const Opinion opinion = SecondOpinion::of(layout);
-    QCOMPARE(opinion.motors[1].mostVerdict.value(), Verdict::DynamicExcess);
-    QCOMPARE(opinion.motors[1].oneSlackVerdict.value(), Verdict::DynamicExcess);
+    QCOMPARE(opinion.motors[1].mostVerdict.value(), Verdict::DynamicOverload);
+    QCOMPARE(opinion.motors[1].oneSlackVerdict.value(), Verdict::DynamicOverload);
     QVERIFY(!opinion.fitsAnyLevelling());
     layout.motors[1].capacity = 442.0;
     QVERIFY(SecondOpinion::of(layout).fitsAnyLevelling());

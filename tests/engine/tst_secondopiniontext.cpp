@@ -363,8 +363,8 @@ void SecondOpinionTextTest::keys_areThoseOfTheDocument()
     QCOMPARE(SecondOpinionText::stateKey(State::NotConverged), u"no_converge"_s);
     QCOMPARE(SecondOpinionText::stateKey(State::Level), u"ok"_s);
     QCOMPARE(SecondOpinionText::verdictKey(Verdict::Fits), u"ok"_s);
-    QCOMPARE(SecondOpinionText::verdictKey(Verdict::StaticExcess), u"exceso_estatico"_s);
-    QCOMPARE(SecondOpinionText::verdictKey(Verdict::DynamicExcess), u"exceso_dinamico"_s);
+    QCOMPARE(SecondOpinionText::verdictKey(Verdict::StaticOverload), u"exceso_estatico"_s);
+    QCOMPARE(SecondOpinionText::verdictKey(Verdict::DynamicOverload), u"exceso_dinamico"_s);
 }
 
 void SecondOpinionTextTest::smallPrint_isThere()
