@@ -8,6 +8,8 @@
 #include <QPalette>
 #include <QTranslator>
 
+#include "fields/AccentColour.h"
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -19,24 +21,26 @@ const QString WINDOW_STYLE =
     u"QMainWindow, QWidget { background-color: #121212; color: white; font-family: '%1'; }"_s;
 
 const QString WIDGET_STYLE =
-    u"QGroupBox { border: 1px solid #333333; margin-top: 15px; color: #00BFFF; font-weight: bold; "
+    u"QGroupBox { border: 1px solid #333333; margin-top: 15px; color: " ACCENT_COLOUR "; font-weight: bold; "
     u"border-radius: "
     "4px; }QGroupBox::title { subcontrol-origin: margin; left: 10px; padding: 0 3px; }QLineEdit, QSpinBox { "
     "background-color: #1a1a1a; border: 1px solid #333333; color: white; padding: 4px; border-radius: 2px; "
     "}QSlider::groove:horizontal { border: 1px solid #333333; height: 4px; background: #1a1a1a; margin: 2px "
     "0; "
-    "}QSlider::handle:horizontal { background: #00BFFF; border: 1px solid #00BFFF; width: 14px; margin: -5px "
+    "}QSlider::handle:horizontal { background: " ACCENT_COLOUR "; border: 1px solid " ACCENT_COLOUR
+    "; width: 14px; margin: -5px "
     "0; "
     "border-radius: 7px; }QProgressBar { border: 1px solid #333; background: #222; border-radius: 3px; "
     "text-align: center; color: white; }QProgressBar::chunk { background-color: #39FF14; width: 10px; "
     "}QTabBar::tab { background: #1a1a1a; color: #888; padding: 6px 15px; border-top-left-radius: 4px; "
     "border-top-right-radius: 4px; border: 1px solid #333; margin-right: 2px; }QTabBar::tab:selected { "
-    "background: #333; color: #00BFFF; border-bottom: none; }"_s;
+    "background: #333; color: " ACCENT_COLOUR "; border-bottom: none; }"_s;
 
 QPalette darkPalette()
 {
     const QColor window(0x12, 0x12, 0x12);
-    const QColor accent(0x00, 0xBF, 0xFF);
+    QColor accent;
+    accent.setNamedColor(ACCENT_COLOUR ""_s);
 
     QPalette palette;
     palette.setColor(QPalette::Window, window);

@@ -2,6 +2,8 @@
 
 #include "engine/Numbers.h"
 
+#include "fields/AccentColour.h"
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -46,7 +48,7 @@ CanvasPalette::CanvasPalette(bool print, double scale)
     // cppcheck-suppress useInitializationList
     background = choose(named(u"#121212"_s), Qt::white);
     ink = choose(Qt::white, Qt::black);
-    accent = choose(named(u"#00BFFF"_s), Qt::black);
+    accent = choose(named(ACCENT_COLOUR ""_s), Qt::black);
     axis = choose(named(u"#444"_s), Qt::gray);
     lattice = choose(named(u"#444444"_s), named(u"#CCCCCC"_s));
     centreMark = choose(named(u"#BBBBBB"_s), named(u"#888888"_s));

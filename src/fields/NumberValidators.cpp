@@ -20,7 +20,7 @@ QLocale pointLocale()
 
 /// Takes a fraction as a number that is not finished yet. Refusing its point, as integers do, would let
 /// the digits behind it through and make ten times as much of the number: 25 of a typed 2.5.
-class PatientIntegerValidator : public QIntValidator
+class IntegerOrFractionValidator : public QIntValidator
 {
 public: // construction
     using QIntValidator::QIntValidator;
@@ -51,7 +51,7 @@ QDoubleValidator* NumberValidators::createReal(double bottom, double top, QObjec
 
 QIntValidator* NumberValidators::createInteger(int bottom, int top, QObject* parent)
 {
-    auto* validator = new PatientIntegerValidator(bottom, top, parent);
+    auto* validator = new IntegerOrFractionValidator(bottom, top, parent);
     validator->setLocale(pointLocale());
     return validator;
 }

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include "fields/AccentColour.h"
+
 using namespace Qt::StringLiterals;
 
 // Texts are put together by appending only: a template filled with arg() would take a "%9" in a
@@ -17,8 +19,8 @@ namespace
 /// One line of the document, told here a rule a line.
 const QString STYLES = uR"(
 body { font-family: 'Segoe UI', Arial, sans-serif; padding: 40px; color: #1a1a1a; background: #fff; max-width: 800px; margin: auto; line-height: 1.4; }
-h1 { color: #000; border-bottom: 3px solid #00BFFF; padding-bottom: 12px; text-transform: uppercase; }
-h3 { margin-top: 40px; color: #fff; background: #2d3436; border-left: 8px solid #00BFFF; padding: 10px 15px; text-transform: uppercase; font-size: 1.1em; }
+h1 { color: #000; border-bottom: 3px solid )" ACCENT_COLOUR uR"(; padding-bottom: 12px; text-transform: uppercase; }
+h3 { margin-top: 40px; color: #fff; background: #2d3436; border-left: 8px solid )" ACCENT_COLOUR uR"(; padding: 10px 15px; text-transform: uppercase; font-size: 1.1em; }
 h4 { margin-top: 25px; color: #1e90ff; border-bottom: 2px solid #ccc; padding-bottom: 5px; font-weight: bold; }
 table { width: 100%; border-collapse: collapse; margin-top: 15px; margin-bottom: 25px; }
 th, td { border: 1px solid #444; padding: 10px; text-align: center; font-size: 0.9em; }

@@ -30,7 +30,7 @@ void MainWindow::onPrintReportClicked()
         isProject(currentProjectIndex) ? m_tabBar->tabText(currentProjectIndex) : u"Sin Nombre"_s;
     const ConsolidatedReport::Outcome outcome =
         writeReport({reported, currentTitle, QDir::tempPath(), QDateTime::currentDateTime()}, this);
-    settleEngine();
+    recalculateAfterReport();
 
     if (outcome.status == Status::NotWritten) {
         say(QMessageBox::Critical, u"Error de Escritura"_s,

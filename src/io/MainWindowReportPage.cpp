@@ -44,7 +44,7 @@ void MainWindow::onGenerateReportClicked()
 
     ReportProgress progress(this, reported.size());
     const std::optional<QList<Figures>> figures = calculateAll(reported, progress);
-    settleEngine();
+    recalculateAfterReport();
     if (figures)
         m_reportPage->fill(*figures);
     else
@@ -66,7 +66,7 @@ QList<LoadLogic::ProjectState> MainWindow::reportedProjects()
     return reported;
 }
 
-void MainWindow::settleEngine()
+void MainWindow::recalculateAfterReport()
 {
     if (!isProject(currentProjectIndex))
         return;

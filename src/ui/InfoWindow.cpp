@@ -6,13 +6,15 @@
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
+#include "fields/AccentColour.h"
+
 using namespace Qt::StringLiterals;
 
 namespace
 {
 
 const QString LEGAL_TEXT = uR"(<html><head><style>
-h2 { color: #00BFFF; margin-top: 10px; border-bottom: 1px solid #444; padding-bottom: 5px; }
+h2 { color: )" ACCENT_COLOUR uR"(; margin-top: 10px; border-bottom: 1px solid #444; padding-bottom: 5px; }
 p { margin-bottom: 12px; text-align: justify; }
 ul { margin-bottom: 12px; }
 li { margin-bottom: 6px; }

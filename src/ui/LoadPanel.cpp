@@ -3,10 +3,12 @@
 #include "engine/Numbers.h"
 #include "ui/NumberField.h"
 
+#include "fields/AccentColour.h"
+
 using namespace Qt::StringLiterals;
 
 LoadPanel::LoadPanel()
-    : PropertyPanel(u"#00BFFF"_s, u"Propiedades Carga"_s)
+    : PropertyPanel(ACCENT_COLOUR ""_s, u"Propiedades Carga"_s)
 {
     setObjectName("loadPanel"_L1);
     setAccessibleName(u"Propiedades de la carga"_s);

@@ -4,6 +4,7 @@
 #include "engine/Edits.h"
 #include "ui/FieldKeys.h"
 #include "ui/FocusRing.h"
+#include "ui/PanelSync.h"
 #include "ui/ProjectDescription.h"
 
 #include <QGuiApplication>

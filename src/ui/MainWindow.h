@@ -7,12 +7,14 @@
 #include <QMainWindow>
 
 #include <deque>
+#include <memory>
 #include <optional>
 
 class ControlsGroup;
 class LedGroup;
 class LoadPanel;
 class MotorPanel;
+class PanelSync;
 class QBoxLayout;
 class QLabel;
 class QStackedWidget;
@@ -138,7 +140,7 @@ private: // set-up (MainWindowSetup.cpp)
     void setupUI();
     void loadFirstProject();
     void startBlinking();
-    /// Lets the canvas tell its project to screen readers, some time after the last change.
+    /// Lets the canvas tell its project to screen readers, at most five times a second.
     void startDescribing();
     void sizeToScreen();
     void acceptFilesEverywhere();
@@ -175,27 +177,35 @@ private: // files (io/MainWindowFiles.cpp)
 private: // reports (io/MainWindowReportPage.cpp, io/MainWindowHtmlReport.cpp)
     /// Every tab's project as it stands now, `tabName` being the text of its tab.
     [[nodiscard]] QList<LoadLogic::ProjectState> reportedProjects();
-    /// Calculates the current project again after a report has given the engine back.
-    void settleEngine();
+    /// Calculates the current project afresh, so that what is on screen is what was just reported.
+    void recalculateAfterReport();
     void showInBrowser(const QString& path);
 
-private: // selection, kept true to what the engine holds
+private: // selection and panels (MainWindowPanels.cpp)
+    [[nodiscard]] static bool isMotor(int index);
+    /// Whether a motor is selected, and the open panel, if any, is its own.
+    [[nodiscard]] bool isMotorEditable() const;
+    [[nodiscard]] bool isLoadEditable() const;
     [[nodiscard]] std::optional<MotorIdentity> selectedMotor() const;
-    /// Whether the open panel stands for something else than what is selected.
-    [[nodiscard]] bool isMotorPanelStale() const;
-    [[nodiscard]] bool isLoadPanelStale() const;
-    void followSelectedMotor(const MotorIdentity& motor);
-    void keepMotorPanelTrue();
-    void fillMotorPanel();
     void refreshPanels(const std::optional<MotorIdentity>& motor);
-    void refreshLoadPanel();
     void selectLoad(int id);
-    void fillSelectedLoadFields();
 
-private: // helpers
+private: // edits
+    /// Keeps an undo step, applies `change` and recalculates.
+    template <class Change>
+    void edit(Change change)
+    {
+        pushUndoState();
+        change();
+        updateCalculations();
+    }
     void editTrussValue(const QString& text, float& value);
     void showSelectedScreenSize();
     [[nodiscard]] LoadLogic::ActiveLoad typedLoad() const;
+    void fillSelectedLoadFields();
+    void fillResetFields();
+
+private: // boxes (MainWindow.cpp)
     /// A box with the single button OK, modal to this window; `icon` is a `QMessageBox::Icon`.
     void say(int icon, const QString& title, const QString& text);
     /// A question box with Yes and No, where No is the default.
@@ -213,4 +223,5 @@ private: // data
     TrussGroup* m_truss = nullptr;
     LedGroup* m_led = nullptr;
     ReportPage* m_reportPage = nullptr;
+    std::unique_ptr<PanelSync> m_panels;
 };

@@ -1,9 +1,10 @@
 #include "engine/Numbers.h"
 #include "ui/ControlsGroup.h"
 #include "ui/LedGroup.h"
-#include "ui/LoadPanel.h"
 #include "ui/MainWindow.h"
-#include "ui/MotorPanel.h"
+#include "ui/PanelSync.h"
+
+#include <QScopedValueRollback>
 
 namespace
 {
@@ -58,16 +59,13 @@ void MainWindow::edited()
     onPositionChanged(-1);
 }
 
-// The panels stay as they are; what they show is not selected any more.
 void MainWindow::arrayPicked(const LoadLogic::ActiveLoad& segment)
 {
     selectedLoadId = segment.id;
     selectedMotorIndex = -1;
-    m_motorPanel->forgetMotor();
-    if (m_loadPanel->shownId() != segment.id)
-        m_loadPanel->forgetLoad();
+    m_panels->grabSegment(segment.id);
 
-    isRestoring = true;
+    const QScopedValueRollback<bool> filling(isRestoring, true);
     m_led->setTexts({Numbers::fixed(segment.screenWidth, 2), Numbers::fixed(segment.screenHeight, 2),
                      Numbers::fixed(segment.screenWeightM2, 1),
                      Numbers::fixed(segment.bumperWeightPerMeter, 1),
@@ -75,7 +73,6 @@ void MainWindow::arrayPicked(const LoadLogic::ActiveLoad& segment)
     const LedArray screen{segment.screenWidth, segment.screenHeight, segment.screenWeightM2,
                           segment.bumperWeightPerMeter, segment.cableWeightPercent};
     m_led->showWeight(screen.totalWeight());
-    isRestoring = false;
 }
 
 void MainWindow::arrayEditRequested(const LoadLogic::ActiveLoad& segment)
@@ -89,6 +86,6 @@ void MainWindow::arrayEditRequested(const LoadLogic::ActiveLoad& segment)
 void MainWindow::selectedLoadRemoved()
 {
     selectedLoadId = -1;
-    refreshLoadPanel();
+    m_panels->refreshLoad(nullptr);
     m_controls->setMassText({});
 }

@@ -3,6 +3,9 @@
 #include "ui/ControlsGroup.h"
 #include "ui/LedGroup.h"
 #include "ui/MainWindow.h"
+#include "ui/PanelSync.h"
+
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <cmath>
@@ -36,10 +39,10 @@ void MainWindow::onTrussLengthChanged(const QString& text)
     if (!length)
         return;
 
-    pushUndoState();
-    LoadLogic::ResizeTruss(*length);
-    showSelectedScreenSize();
-    updateCalculations();
+    edit([this, length] {
+        LoadLogic::ResizeTruss(*length);
+        showSelectedScreenSize();
+    });
 }
 
 // The first field's handler may build the array again, so both values are read beforehand.
@@ -74,29 +77,23 @@ void MainWindow::editTrussValue(const QString& text, float& value)
     const std::optional<float> edited = editedValue(text, value, 0.0F);
     if (!edited)
         return;
-    pushUndoState();
-    value = *edited;
-    updateCalculations();
+    edit([&value, edited] { value = *edited; });
 }
 
 void MainWindow::onAddMotorClicked()
 {
-    pushUndoState();
-    LoadLogic::AddMotor(LoadLogic::TrussLength * 0.5F);
-    updateCalculations();
+    edit([] { LoadLogic::AddMotor(LoadLogic::TrussLength * 0.5F); });
 }
 
 void MainWindow::onAddLoadClicked()
 {
-    pushUndoState();
-    LoadLogic::SpreadLoads(typedLoad(), m_controls->count());
-
-    const LoadLogic::ActiveLoad& last = LoadLogic::ActiveLoads.constLast();
-    selectLoad(last.id);
-    isRestoring = true;
-    m_controls->setMassText(Numbers::general(last.mass));
-    isRestoring = false;
-    updateCalculations();
+    edit([this] {
+        LoadLogic::SpreadLoads(typedLoad(), m_controls->count());
+        const LoadLogic::ActiveLoad& last = LoadLogic::ActiveLoads.constLast();
+        selectLoad(last.id);
+        const QScopedValueRollback<bool> filling(isRestoring, true);
+        m_controls->setMassText(Numbers::general(last.mass));
+    });
 }
 
 /// The load that the fields describe.
@@ -116,7 +113,7 @@ void MainWindow::onMassChanged(const QString& text)
 {
     if (LoadLogic::ActiveLoad* load = LoadLogic::FindLoad(selectedLoadId)) {
         load->mass = Numbers::parseNumber(text);
-        refreshLoadPanel();
+        m_panels->refreshLoad(load);
     }
     updateCalculations();
 }
@@ -127,7 +124,7 @@ void MainWindow::onLoadNameChanged(const QString& text)
         return;
     if (LoadLogic::ActiveLoad* load = LoadLogic::FindLoad(selectedLoadId)) {
         load->name = text;
-        refreshLoadPanel();
+        m_panels->refreshLoad(load);
     }
     m_canvas->update();
 }

@@ -3,9 +3,8 @@
 #include "ui/DynamicFactorDialog.h"
 #include "ui/InfoWindow.h"
 #include "ui/LedGroup.h"
-#include "ui/LoadPanel.h"
 #include "ui/MainWindow.h"
-#include "ui/MotorPanel.h"
+#include "ui/PanelSync.h"
 #include "ui/TrussGroup.h"
 
 #include <QCoreApplication>
@@ -14,6 +13,7 @@
 #include <QFile>
 #include <QMessageBox>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QStackedWidget>
 #include <QUrl>
 
@@ -42,20 +42,22 @@ void MainWindow::onResetProjectClicked()
     LoadLogic::AddMotor(0.0F);
     LoadLogic::AddMotor(LoadLogic::TrussLength);
     selectedLoadId = -1;
-    m_motorPanel->forgetMotor();
-    m_loadPanel->forgetLoad();
+    m_panels->forget();
+    fillResetFields();
 
-    isRestoring = true;
+    m_pages->setCurrentIndex(0);
+    updateCalculations();
+    m_canvas->update();
+}
+
+void MainWindow::fillResetFields()
+{
+    const QScopedValueRollback<bool> filling(isRestoring, true);
     m_truss->setTexts(u"12"_s, u"8.4"_s, u"1600"_s);
     m_led->setTexts({u"4.00"_s, u"3.00"_s, u"40.0"_s, u"10.0"_s, u"7.0"_s});
     m_led->showWeight(0.0F);
     m_led->resetButton();
     m_controls->setMassText(u"5"_s);
-    isRestoring = false;
-
-    m_pages->setCurrentIndex(0);
-    updateCalculations();
-    m_canvas->update();
 }
 
 void MainWindow::onOpenUserGuideClicked()

@@ -3,6 +3,7 @@
 #include "ui/ControlsGroup.h"
 #include "ui/LedGroup.h"
 #include "ui/MainWindow.h"
+#include "ui/PanelSync.h"
 #include "ui/TrussGroup.h"
 
 #include <QLabel>
@@ -20,9 +21,9 @@ void MainWindow::updateCalculations()
 {
     const std::optional<MotorIdentity> motor = selectedMotor();
     LoadLogic::CalcularReacciones();
-    if (motor)
-        followSelectedMotor(*motor);
-    keepMotorPanelTrue();
+    if (const int index = motor ? motor->indexIn(LoadLogic::MotorList) : -1; index >= 0)
+        selectedMotorIndex = index;
+    selectedMotorIndex = m_panels->followMotor(LoadLogic::MotorList, selectedMotorIndex);
 
     m_hyperstaticWarning->setVisible(LoadLogic::MotorList.size() >= HYPERSTATIC_MOTOR_COUNT);
     m_controls->showStress(Numbers::toInteger(LoadLogic::TrussStress_Percentage));

@@ -3,6 +3,7 @@
 #include "engine/Edits.h"
 #include "ui/LedGroup.h"
 #include "ui/MainWindow.h"
+#include "ui/PanelSync.h"
 
 namespace
 {
@@ -33,15 +34,16 @@ void MainWindow::onLEDParamChanged(const QString& /*text*/)
 
 void MainWindow::onAddLEDLoadClicked()
 {
-    pushUndoState();
     const LedArray screen = m_led->screen();
     const int copies = m_led->copies();
-    if (copies > 1)
-        LoadLogic::SpreadScreens(screen, copies);
-    else
-        selectLoad(LoadLogic::PlaceScreen(screen, LoadLogic::TrussLength / 2.0F, LoadLogic::NextGroupId++));
-    m_led->showWeight(screen.totalWeight());
-    updateCalculations();
+    edit([this, &screen, copies] {
+        if (copies > 1)
+            LoadLogic::SpreadScreens(screen, copies);
+        else
+            selectLoad(
+                LoadLogic::PlaceScreen(screen, LoadLogic::TrussLength / 2.0F, LoadLogic::NextGroupId++));
+        m_led->showWeight(screen.totalWeight());
+    });
     m_canvas->update();
 }
 
@@ -60,6 +62,6 @@ void MainWindow::updateSelectedLED(float x)
 
     Edits::removeScreen(LoadLogic::ActiveLoads, groupId);
     selectedLoadId = LoadLogic::PlaceScreen(screen, x >= 0.0F ? x : *centre, groupId);
-    refreshLoadPanel();
+    m_panels->refreshLoad(LoadLogic::FindLoad(selectedLoadId));
     updateCalculations();
 }

@@ -5,6 +5,7 @@
 #include "ui/LoadPanel.h"
 #include "ui/MainWindow.h"
 #include "ui/MotorPanel.h"
+#include "ui/PanelSync.h"
 #include "ui/ProjectTabBar.h"
 #include "ui/Styles.h"
 #include "ui/TrussGroup.h"
@@ -13,11 +14,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTabBar>
 #include <QVBoxLayout>
+
+#include "fields/AccentColour.h"
 
 using namespace Qt::StringLiterals;
 
@@ -25,7 +29,7 @@ namespace
 {
 
 const QString OPEN_GREEN = u"#2ECC71"_s;
-const QString ACCENT_BLUE = u"#00BFFF"_s;
+const QString ACCENT_BLUE = ACCENT_COLOUR ""_s;
 const QString RESET_RED = u"#FF5050"_s;
 const QString UNDO_GREY = u"#AAAAAA"_s;
 const QString WARNING_ORANGE = u"#FFAF00"_s;
@@ -88,18 +92,18 @@ void MainWindow::setupUI()
 
 void MainWindow::loadFirstProject()
 {
-    isRestoring = false;
-    restoreProjectState(projects.constFirst());
+    const LoadLogic::ProjectState& first = projects.constFirst();
+    restoreProjectState(first);
 
     // The first project is shown in the short notation ("12", not "12.0") until it is edited.
-    const LoadLogic::ProjectState& first = projects.constFirst();
-    isRestoring = true;
-    m_truss->setTexts(Numbers::general(first.trussLength), Numbers::general(first.trussSelfWeight),
-                      Numbers::general(first.limitCPL));
-    m_led->setTexts({Numbers::general(first.screenWidth), Numbers::general(first.screenHeight),
-                     Numbers::general(first.screenWeightM2), Numbers::general(first.bumperWeightPerMeter),
-                     Numbers::fixed(first.cableWeightPercent, 1)});
-    isRestoring = false;
+    {
+        const QScopedValueRollback<bool> filling(isRestoring, true);
+        m_truss->setTexts(Numbers::general(first.trussLength), Numbers::general(first.trussSelfWeight),
+                          Numbers::general(first.limitCPL));
+        m_led->setTexts({Numbers::general(first.screenWidth), Numbers::general(first.screenHeight),
+                         Numbers::general(first.screenWeightM2), Numbers::general(first.bumperWeightPerMeter),
+                         Numbers::fixed(first.cableWeightPercent, 1)});
+    }
     updateCalculations();
 }
 
@@ -250,6 +254,7 @@ void MainWindow::buildControlColumn(QBoxLayout* row)
 
     m_motorPanel = new MotorPanel;
     m_loadPanel = new LoadPanel;
+    m_panels = std::make_unique<PanelSync>(*m_motorPanel, *m_loadPanel, isRestoring);
     m_controls = new ControlsGroup;
     m_truss = new TrussGroup(LoadLogic::CurrentTruss());
     m_led = new LedGroup({LoadLogic::Screen_Width, LoadLogic::Screen_Height, LoadLogic::Screen_Weight_M2,

@@ -5,6 +5,7 @@
 #include "ui/MainWindow.h"
 #include "ui/TrussGroup.h"
 
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QTabBar>
 
@@ -40,15 +41,13 @@ LoadLogic::ProjectState MainWindow::captureCurrentState() const
 
 void MainWindow::restoreProjectState(const LoadLogic::ProjectState& s)
 {
-    isRestoring = true;
+    const QScopedValueRollback<bool> filling(isRestoring, true);
     const std::optional<MotorIdentity> motor = selectedMotor();
     LoadLogic::MakeCurrent(s);
     selectedLoadId = s.selectedLoadId;
     projectCounter = s.projectCounter;
-    if (m_truss == nullptr) {
-        isRestoring = false;
+    if (m_truss == nullptr)
         return;
-    }
 
     m_truss->setTexts(Numbers::fixed(s.trussLength, 1), Numbers::fixed(s.trussSelfWeight, 1),
                       Numbers::fixed(s.limitCPL, 0));
@@ -60,7 +59,6 @@ void MainWindow::restoreProjectState(const LoadLogic::ProjectState& s)
     fillSelectedLoadFields();
     refreshPanels(motor);
     validateInputs();
-    isRestoring = false;
 }
 
 // The mass field edits the selected load whenever its text changes, restoring or not; here it only

@@ -1,5 +1,6 @@
 #include "ui/Styles.h"
 
+#include "fields/AccentColour.h"
 using namespace Qt::StringLiterals;
 
 QString Styles::headerButton(const QString& accent, const QString& background, const QString& hoverText)
@@ -40,7 +41,7 @@ QString Styles::stressBar(const QString& colour)
            "QProgressBar::chunk { background-color: %1; }"_s.arg(colour);
 }
 
-const QString Styles::TITLE = u"font-size: 18px; font-weight: bold; color: #00BFFF;"_s;
+const QString Styles::TITLE = u"font-size: 18px; font-weight: bold; color: " ACCENT_COLOUR ";"_s;
 
 const QString Styles::TAB_BAR = uR"(
     QTabBar::tab {
@@ -52,7 +53,7 @@ const QString Styles::TAB_BAR = uR"(
         margin-right: 2px;
         min-width: 100px;
     }
-    QTabBar::tab:selected { background: #444; color: #00BFFF; border-bottom: 2px solid #00BFFF; }
+    QTabBar::tab:selected { background: #444; color: )" ACCENT_COLOUR uR"(; border-bottom: 2px solid )" ACCENT_COLOUR uR"(; }
     QTabBar::tab:hover { background: #3a3a3a; }
 )"_s;
 
@@ -65,7 +66,7 @@ const QString Styles::ADD_TAB_BUTTON = uR"(
         font-weight: bold;
         font-size: 16px;
     }
-    QPushButton:hover { background: #555; color: #00BFFF; }
+    QPushButton:hover { background: #555; color: )" ACCENT_COLOUR uR"(; }
 )"_s;
 
 const QString Styles::HYPERSTATIC_WARNING =
@@ -121,11 +122,13 @@ const QString Styles::FACTOR_EXPLANATION =
 
 const QString Styles::FACTOR_TABLE =
     u"QTableWidget { background-color: #2D2D2D; border: 1px solid #444; gridline-color: #444; }"
-    "QHeaderView::section { background-color: #333; color: #00BFFF; font-weight: bold; border: 1px solid "
+    "QHeaderView::section { background-color: #333; color: " ACCENT_COLOUR
+    "; font-weight: bold; border: 1px solid "
     "#444; "
     "padding: 6px; }QTableWidget::item { padding: 6px; }"_s;
 
-const QString Styles::FACTOR_SUMMARY = u"color: #00BFFF; font-size: 12px; font-weight: bold; padding: 8px;"_s;
+const QString Styles::FACTOR_SUMMARY =
+    u"color: " ACCENT_COLOUR "; font-size: 12px; font-weight: bold; padding: 8px;"_s;
 
 const QString Styles::LEGAL_BROWSER =
     u"background-color: #2D2D2D; border: 1px solid #444; border-radius: 4px; padding: 10px; line-height: 1.5;"_s;
