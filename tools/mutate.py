@@ -24,7 +24,8 @@ import sys
 import threading
 import time
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+# tools/mutate-test.sh tries this file on a program of its own.
+ROOT = pathlib.Path(os.environ.get("VELMORA_MUTATED") or pathlib.Path(__file__).resolve().parent.parent)
 PAGE = ROOT / "docs" / "mutation.md"
 BUILD = ROOT / "build" / "mutate"
 NEEDED_SCORE = 95.0  # [%] of all mutants
