@@ -147,5 +147,5 @@ cxx_files()
 shell_files()
 {
     find . \( -path ./.git -o -path ./build \) -prune -o -type f \
-        \( -name '*.sh' -o -path ./.ci/run \) -print0
+        \( -name '*.sh' -o -path './.ci/*' \) -print0
 }

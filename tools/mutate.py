@@ -259,7 +259,9 @@ class Tester:
         self.temporary.mkdir(parents=True)
         environment = {"QT_QPA_PLATFORM": "offscreen", "PATH": "/usr/bin:/bin", "HOME": str(self.temporary),
                        "TMPDIR": str(self.temporary), "LC_ALL": "C.UTF-8"}
-        command = ["prlimit", f"--data={MOST_MEMORY}", "--core=0", str(program), "-nocrashhandler"]
+        # The limit on processor time ends what loops for ever where this script is ended from outside.
+        command = ["prlimit", f"--data={MOST_MEMORY}", f"--cpu={int(seconds) + 60}", "--core=0", str(program),
+                   "-nocrashhandler"]
         process = subprocess.Popen(command, env=environment, cwd=self.folder, start_new_session=True,
                                    stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                    stderr=subprocess.DEVNULL, text=True, errors="replace")

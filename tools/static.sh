@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Reads the code without running it: clazy (levels 0 and 1) for the use of Qt, over the program and
-# its tests, and cppcheck for what compilers do not look for, over the program. What either finds
-# fails the script; an exception stands in the code, beside its reason.
-#     tools/static.sh
+# its tests or the folders named, and cppcheck for what compilers do not look for, over the program.
+# What either finds fails the script; an exception stands in the code, beside its reason.
+#     tools/static.sh [FOLDER …]     for example tools/static.sh src
 set -euo pipefail
 here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
 # shellcheck source=tools/lib.sh
@@ -16,7 +16,8 @@ unlock_build
 cd -- "$velmora_root"
 
 findings=$velmora_root/build/static.txt
-mapfile -d '' -t files < <(find src tests -name '*.cpp' -print0 | sort -z)
+[[ $# -gt 0 ]] || set -- src tests
+mapfile -d '' -t files < <(find "$@" -name '*.cpp' -print0 | sort -z)
 result=0
 printf '%s\0' "${files[@]}" | xargs -0 -n 4 -P "$(nproc)" clazy-standalone -p build/lint \
     --checks=level0,level1 --header-filter='/(src|tests)/' >"$findings" 2>&1 || result=$?
