@@ -56,6 +56,13 @@ const std::vector<Figure>& figures()
     static const std::vector<Figure> rows{
         {"Recalculation, growth: 2 000 to 20 000 loads", "recalculate/20000", "recalculate/2000", 12.0, {}},
         {"Recalculation, constant: 500 loads", "recalculate/500", "leverRuleAndSort/500", 3.0, {}},
+        {"Second opinion: 500 loads", "secondOpinion/500", "recalculate/500", 25.0, {}},
+        {"Second opinion: 500 loads, in time", "secondOpinion/500", {}, 2.0, {}},
+        {"Second opinion, growth: 2 000 to 20 000 loads",
+         "secondOpinion/20000",
+         "secondOpinion/2000",
+         16.0,
+         {}},
         {"Drag step of a motor", "dragMotor", "paintPicture", 1.5, {}},
         {"Drag step of a motor, in time", "dragMotor", {}, 5.0, {}},
         {"Drag step of a motor, large project", "dragMotorLarge", {}, 33.0, {}},

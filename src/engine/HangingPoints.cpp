@@ -123,8 +123,7 @@ std::vector<Point> HangingPoints::points(const Layout& layout)
             points.push_back(pointOf(layout, std::exchange(together, {})));
         together.push_back(i);
     }
-    if (!together.empty())
-        points.push_back(pointOf(layout, std::move(together)));
+    points.push_back(pointOf(layout, std::move(together)));
     return points;
 }
 

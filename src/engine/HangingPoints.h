@@ -21,7 +21,8 @@ struct Point
 /// Why nothing can be calculated from `layout`, or `None`.
 SecondOpinion::Problem problemOf(const SecondOpinion::Layout& layout);
 
-/// The points of `layout`, left to right. Motors and loads just outside the truss are taken to its end.
+/// The points of `layout`, which has a motor at least, left to right. Motors and loads just outside the truss
+/// are taken to its end.
 std::vector<Point> points(const SecondOpinion::Layout& layout);
 
 /// A layout without a problem, as the statics need it. `layout` has to outlive it.

@@ -17,11 +17,8 @@ namespace
 using ChainSupports::FORCE_TOLERANCE;
 using HangingPoints::Point;
 using HangingPoints::Show;
-using SecondOpinion::Layout;
 using SecondOpinion::Opinion;
-using SecondOpinion::Problem;
 using SecondOpinion::State;
-using SecondOpinion::Verdict;
 using Carried = ChainSupports::State;
 
 /// How many times the smallest distance of two points the truss may be long: double precision knows

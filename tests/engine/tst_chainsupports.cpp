@@ -148,14 +148,14 @@ void ChainSupportsTest::slackMotor_mayPullAgain()
 {
     Shows::Generator random(41);
     int found = 0;
-    for (int i = 0; i < LAYOUTS; ++i) {
+    for (int i = 0; i < LAYOUTS / 5; ++i) {
         const TrussBeam beam = beamOf(BeamCases::sorted(random.nextHanging(8)));
         const std::vector<double> pushing = ContinuousBeam::solve(beam).reactions;
         const std::vector<double> level = solved(beam).reactions;
         for (std::size_t k = 0; k < level.size(); ++k)
             found += pushing[k] < -1e-3 * beam.weight && level[k] > 1e-3 * beam.weight ? 1 : 0;
     }
-    QVERIFY2(found > LAYOUTS / 500, qPrintable(QString::number(found)));
+    QVERIFY2(found > LAYOUTS / 2500, qPrintable(QString::number(found)));
 }
 
 void ChainSupportsTest::centreAtAMotor_needsNoOther()
