@@ -21,7 +21,7 @@ struct Point
 /// Why nothing can be calculated from `layout`, or `None`.
 SecondOpinion::Problem problemOf(const SecondOpinion::Layout& layout);
 
-/// The points of `layout`, which has a motor at least, left to right. Motors and loads just outside the truss
+/// The points of `layout`, which has a motor at least, left to right. Motors just outside the truss
 /// are taken to its end.
 std::vector<Point> points(const SecondOpinion::Layout& layout);
 

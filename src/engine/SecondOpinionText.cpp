@@ -17,6 +17,9 @@ using SecondOpinion::Verdict;
 /// Stands where a state has no figure.
 const QString NO_FIGURE = u"—"_s;
 
+/// Nearer to 0 than this, one decimal shows 0: what is left of rounding gets no sign [kg].
+constexpr double NOTHING = 0.05;
+
 /// Nearer to the middle of the truss than this is the middle [m].
 constexpr float MIDDLE = 0.001F;
 
@@ -144,7 +147,9 @@ QString SecondOpinionText::position(double position, double length)
 
 QString SecondOpinionText::mass(const std::optional<double>& kilograms)
 {
-    return kilograms ? QString::number(*kilograms, 'f', 1) : NO_FIGURE;
+    if (!kilograms)
+        return NO_FIGURE;
+    return QString::number(std::abs(*kilograms) < NOTHING ? 0.0 : *kilograms, 'f', 1);
 }
 
 QString SecondOpinionText::percent(double percent)

@@ -240,7 +240,7 @@ void SecondOpinionTest::threeMotors_oneSlackIsTheMost()
             continue;
         const double weight = Shows::weightOf(layout);
         for (const MotorOpinion& told : SecondOpinion::of(layout).motors)
-            QVERIFY2(isNear(told.oneSlack, *told.most, 2e-3 * weight), qPrintable(QString::number(i)));
+            QVERIFY2(isNear(told.oneSlack, *told.most, 1e-9 * weight), qPrintable(QString::number(i)));
     }
 }
 

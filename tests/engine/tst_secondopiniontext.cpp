@@ -49,6 +49,8 @@ private slots:
     void table_isInOrder();
     void table_showsDashesForWhatIsNotKnown();
     void positions_areRelativeToTheMiddle();
+    void masses_haveOneDecimal();
+    void screenOnThreeMotors_isToldInFull();
     void truss_tellsBothCases();
     void truss_withoutLimitHasNoPercent();
     void truss_isSilentWhereNothingBends();
@@ -111,6 +113,34 @@ void SecondOpinionTextTest::positions_areRelativeToTheMiddle()
     QCOMPARE(SecondOpinionText::position(6.0061, 12.0), u"+0.01m"_s);
     QCOMPARE(SecondOpinionText::position(std::nan(""), 12.0), u"—"_s);
     QCOMPARE(SecondOpinionText::position(1.0, std::numeric_limits<double>::infinity()), u"—"_s);
+}
+
+void SecondOpinionTextTest::masses_haveOneDecimal()
+{
+    QCOMPARE(SecondOpinionText::mass(300.84), u"300.8"_s);
+    QCOMPARE(SecondOpinionText::mass(-1e-13), u"0.0"_s);
+    QCOMPARE(SecondOpinionText::mass(-0.051), u"-0.1"_s);
+    QCOMPARE(SecondOpinionText::mass(0.051), u"0.1"_s);
+    QCOMPARE(SecondOpinionText::mass(std::nullopt), u"—"_s);
+}
+
+// A screen of 600 kg in twelve segments all along 12 m of 8.4 kg/m, on three motors of 500 kg; the table
+// gives 70 mm under the CPL.
+void SecondOpinionTextTest::screenOnThreeMotors_isToldInFull()
+{
+    Layout layout = Shows::show(12.0, 8.4, {0.0, 6.0, 12.0}, {});
+    for (int i = 0; i < 12; ++i)
+        layout.loads.push_back({0.5 + i, 50.0});
+    for (SecondOpinion::Motor& motor : layout.motors)
+        motor.capacity = 500.0;
+    layout.motors[1].lever = 350.4;
+    layout.tableDeflection = 70.0;
+    const QStringList told = sentencesOf(layout);
+    QVERIFY(told.contains(u"Bien nivelado, B lleva 439.0 kg (palanca: 350.4): EXCESO DINÁMICO."_s));
+    QVERIFY(told.contains(
+        u"Si se afloja A, B llega a 700.8 kg, más que sus 500, y el truss al 21.9 % de su momento."_s));
+    QVERIFY(
+        told.contains(u"1 mm de desnivel de B cambia su carga en unos 23 kg; queda flojo si baja 19 mm."_s));
 }
 
 void SecondOpinionTextTest::truss_tellsBothCases()
