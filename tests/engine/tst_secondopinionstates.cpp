@@ -2,7 +2,6 @@
 #include "support/Shows.h"
 #include "support/Slowness.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <cmath>
@@ -359,8 +358,7 @@ void SecondOpinionStatesTest::thousandsOfMotors_areToldInTime()
     const double length = motors.back();
     for (int i = 0; i < 100; ++i)
         loads.push_back({random.real(0.0, length), random.real(0.0, 900.0)});
-    QElapsedTimer timer;
-    timer.start();
+    const Support::CpuTimer timer;
     const Opinion opinion = SecondOpinion::of(Shows::show(length, 0.1, motors, loads), 200'000);
     QVERIFY(opinion.state == State::NotConverged || Support::toolSlowness() > 1);
     QVERIFY2(timer.elapsed() < 1000 * Support::slowness(), qPrintable(QString::number(timer.elapsed())));

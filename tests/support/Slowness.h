@@ -3,6 +3,7 @@
 #include <QtGlobal>
 
 #include <algorithm>
+#include <ctime>
 
 namespace Support
 {
@@ -27,5 +28,19 @@ inline int slowness()
 #endif
     return BUILD * toolSlowness();
 }
+
+/// Processor time since it was made: what else the machine does is not in it.
+class CpuTimer
+{
+public: // queries
+    /// [ms]
+    [[nodiscard]] qint64 elapsed() const
+    {
+        return static_cast<qint64>(1000.0 * static_cast<double>(std::clock() - m_start) / CLOCKS_PER_SEC);
+    }
+
+private: // data
+    std::clock_t m_start = std::clock();
+};
 
 } // namespace Support
