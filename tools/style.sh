@@ -51,17 +51,28 @@ cxx=('*.cpp' '*.h')
 scripts=('*.sh' run nightly '*.cmake' CMakeLists.txt)
 texts=("${cxx[@]}" "${scripts[@]}" '*.md' '*.json' '*.rig' '*.html' '*.xml' '*.desktop' '*.qrc' '*.in' '.clang-*')
 
-# engine ← canvas ← ui ← io ← app: a folder includes itself and what stands left of it.
+# What a room may not include: whatever stands right of it. The window's own files and reports live in
+# src/io beside the plain ones, and main() beside the command line.
 includes_run_left()
 {
-    local -a row=(engine canvas ui io app)
-    local i right
-    for ((i = 0; i < ${#row[@]} - 1; ++i)); do
-        [[ -d src/${row[i]} ]] || continue
-        right=$(IFS='|' && printf '%s' "${row[*]:i+1}")
-        grep -rnHE "^[[:space:]]*#[[:space:]]*include[[:space:]]*[\"<](\.\./)*($right)/" "src/${row[i]}" || true
-    done
+    not_included 'fields|canvas|io|ui|app' src/engine
+    not_included 'canvas|io|ui|app' src/fields
+    not_included 'io|ui|app' src/canvas
+    not_included 'ui|app' src/io | grep -vE '^src/io/(MainWindow|Report)[A-Za-z]*\.(cpp|h):' || true
+    not_included 'ui' src/app | grep -v '^src/app/main\.cpp:' || true
+    not_included 'app' src/ui
     grep -rnHE '^[[:space:]]*#[[:space:]]*include[[:space:]]*"\.\.?/' src || true
+}
+
+not_included()
+{
+    [[ ! -d $2 ]] || grep -rnHE "^[[:space:]]*#[[:space:]]*include[[:space:]]*[\"<](\.\./)*($1)/" "$2" || true
+}
+
+# The accent of the whole program stands in one place, so that it is changed in one.
+accent_stands_once()
+{
+    search -i '#00BFFF' "${cxx[@]}" | grep '^\./src/' | grep -v '^\./src/fields/AccentColour\.h:' || true
 }
 
 # A style sheet is a named constant or made by a function of Styles, so that two widgets cannot
@@ -119,6 +130,7 @@ files_are_short()
 check()
 {
     report includes-run-left < <(includes_run_left)
+    report accent-stands-once < <(accent_stands_once)
     report style-sheets-have-names < <(style_sheets_have_names)
     report no-tabs < <(no_tabs)
     report no-trailing-blanks < <(no_trailing_blanks)
@@ -157,12 +169,19 @@ self_test()
         expect "$rule" "$file" "$text" || bad=$((bad + 1))
     done <<'CASES'
 none|src/engine/A.cpp|#include "engine/A.h"
-none|src/io/A.cpp|#include "ui/MainWindow.h"\n#include "engine/A.h"
+none|src/io/MainWindowA.cpp|#include "ui/MainWindow.h"\n#include "engine/A.h"
+none|src/ui/A.cpp|#include "io/ProjectFile.h"
+none|src/app/main.cpp|#include "ui/MainWindow.h"
+accent-stands-once|src/ui/A.cpp|const auto a = u"#00bfff"_s;
+none|src/fields/AccentColour.h|#define ACCENT_COLOUR u"#00BFFF"
 includes-run-left|src/engine/A.cpp|#include "canvas/TrussView.h"
 includes-run-left|src/engine/A.h|#include "app/A.h"
 includes-run-left|src/canvas/A.h|#  include "ui/MainWindow.h"
-includes-run-left|src/ui/A.cpp|#include "io/ProjectFile.h"
+includes-run-left|src/fields/A.cpp|#include "canvas/TrussView.h"
+includes-run-left|src/io/A.cpp|#include "ui/MainWindow.h"
 includes-run-left|src/io/A.cpp|#include "app/Batch.h"
+includes-run-left|src/app/A.cpp|#include "ui/MainWindow.h"
+includes-run-left|src/ui/A.cpp|#include "app/Batch.h"
 includes-run-left|src/io/A.cpp|#include "../engine/A.h"
 style-sheets-have-names|src/ui/A.cpp|a->setStyleSheet(u"color: red"_s);
 style-sheets-have-names|src/canvas/A.cpp|a->setStyleSheet("color: red");

@@ -12,6 +12,7 @@ class MotorDialog : public QDialog
     Q_OBJECT
 
 public: // construction
+    /// With the values of `motor` in its fields.
     MotorDialog(const Motor& motor, QWidget* parent);
 
 public: // commands

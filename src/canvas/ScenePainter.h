@@ -31,7 +31,9 @@ public: // commands
     void drawWarning(const QRect& area);
 
 public: // parts
+    /// Chord, ends, length, lattice and centre mark.
     void drawTruss();
+    /// A point load: triangle, name, mass and place.
     void drawLoad(const ActiveLoad& load);
     /// The array that `segment` belongs to; nothing where the scene has none of its group.
     void drawScreen(const ActiveLoad& segment);

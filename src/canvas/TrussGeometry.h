@@ -41,15 +41,21 @@ public: // queries
     [[nodiscard]] float toMetres(int x) const;
 
 public: // boxes for the pointer
+    /// A motor's place as text: a press asks for the exact one.
     [[nodiscard]] QRect motorLabelBox(const Motor& motor) const;
+    /// Where a motor is grabbed; `side` [px].
     [[nodiscard]] QRect motorBodyBox(const Motor& motor, int side) const;
+    /// A load's place as text: a press asks for the exact one.
     [[nodiscard]] QRect loadLabelBox(const ActiveLoad& load) const;
+    /// Where a load is grabbed.
     [[nodiscard]] QRect loadBodyBox(const ActiveLoad& load) const;
     /// As wide and as high as the screen itself, `centre` [m] being the middle of its array.
     [[nodiscard]] QRect arrayBox(const ActiveLoad& segment, float centre) const;
 
 public: // boxes for the menu
+    /// The array's frame as it is drawn.
     [[nodiscard]] QRect arrayMenuBox(const ActiveLoad& segment, float centre) const;
+    /// The load's triangle as it is drawn.
     [[nodiscard]] QRect loadMenuBox(const ActiveLoad& load) const;
 
 private: // data

@@ -42,6 +42,7 @@ public: // off-screen rendering
     void renderTo(QPainter& painter, const QRect& rect);
 
 public: // drawing; W and H are the target's size [px], s the scale (1.0 on screen)
+    /// Each draws its part of the current project as `ScenePainter` does.
     void drawTruss(QPainter& painter, int W, int H, double s);
     void drawScreen(QPainter& painter, const LoadLogic::ActiveLoad& segment, int W, int H, double s);
     void drawLoad(QPainter& painter, const LoadLogic::ActiveLoad& load, int W, int H, double s);

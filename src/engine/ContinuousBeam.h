@@ -35,6 +35,8 @@ struct EndForces
     double onLeft;  ///< also the shear just right of the left support
     double onRight; ///< also the shear just left of the right support, sign changed
 };
+
+/// Of `span` under its own weight and loads, with the moments at its ends [kg·m].
 EndForces endForces(const Panel& span, double weightPerMetre, double leftMoment, double rightMoment);
 
 } // namespace ContinuousBeam

@@ -20,6 +20,9 @@ void keep(const Rating& rating)
 
 } // namespace
 
+QList<LoadLogic::Motor> LoadLogic::MotorList;
+QList<LoadLogic::ActiveLoad> LoadLogic::ActiveLoads;
+
 void LoadLogic::CalcularReacciones()
 {
     keep(Statics::solve(CurrentTruss(), MotorList, ActiveLoads));

@@ -32,8 +32,8 @@ public:                                                  // the current project
     static inline float TrussStress_Percentage = 0.0F;   ///< result, not clamped [%]
     static inline float LED_TotalWeight = 0.0F;          ///< [kg]
     static inline bool isUnstable = false;               ///< result: an overhang is too long
-    static inline QList<Motor> MotorList;                ///< left to right after a calculation
-    static inline QList<ActiveLoad> ActiveLoads;         ///< in the order of their creation
+    static QList<Motor> MotorList;                       ///< left to right after a calculation
+    static QList<ActiveLoad> ActiveLoads;                ///< in the order of their creation
 
 public: // process-wide counters; they only ever grow
     static inline int NextLoadId = 1;
@@ -77,6 +77,7 @@ public: // queries
     /// The first load with this id, or nothing; -1 stands for no load. Invalid once `ActiveLoads` changes.
     static ActiveLoad* FindLoad(int id);
 
+    /// The truss of the current project.
     static Truss CurrentTruss();
 
 public: // snapshots

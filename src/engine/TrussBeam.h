@@ -22,6 +22,7 @@ struct PointMass
 struct LoadRow
 {
 public: // construction
+    /// Sorts `masses` and sums them up.
     explicit LoadRow(std::vector<PointMass> masses = {});
 
 public:                               // data

@@ -46,6 +46,7 @@ public: // construction
     virtual ~OpenFile();
 
 public: // queries
+    /// False where it could not be opened, or was closed.
     [[nodiscard]] bool isOpen() const
     {
         return m_descriptor != NONE;
@@ -92,6 +93,7 @@ public:
         Change,
     };
 
+    /// Opens the file at `path`.
     ExistingFile(const Path& path, Use use);
 };
 
@@ -113,6 +115,7 @@ public:
     NewFile& operator=(const NewFile&) = delete;
 
 public: // queries
+    /// Where it is.
     [[nodiscard]] const Path& path() const
     {
         return m_path;

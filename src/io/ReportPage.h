@@ -22,6 +22,7 @@ public: // construction
     explicit ReportPage(QWidget* parent = nullptr);
 
 public: // queries
+    /// The parts of the page.
     [[nodiscard]] TrussView* drawing() const;
     [[nodiscard]] QTableWidget* table() const;
     [[nodiscard]] QLabel* certificate() const;
@@ -33,6 +34,7 @@ public: // commands
     void fill(const QList<Figures>& projects);
 
 signals:
+    /// The user wants to go back to the design, or the report written as a document.
     void backClicked();
     void printClicked();
 

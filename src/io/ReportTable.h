@@ -14,9 +14,11 @@ class QTableWidgetItem;
 class ReportTable
 {
 public: // construction
+    /// Appends to `table`, which has to outlive this.
     explicit ReportTable(QTableWidget& table);
 
 public: // commands
+    /// Appends `projects` in their order.
     void add(const QList<Figures>& projects);
 
 private: // helpers

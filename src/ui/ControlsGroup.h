@@ -27,6 +27,7 @@ public: // queries
     [[nodiscard]] int count() const;
 
 public: // commands
+    /// Write the fields as they are given; whoever listens is told as of typing.
     void setMassText(const QString& text);
     void setName(const QString& name);
     /// Shows the stress `percent` [%]: full and red from 100, orange from 80, else green.
@@ -35,6 +36,7 @@ public: // commands
     void validate();
 
 signals:
+    /// The text of a field changed, or a button was clicked.
     void massChanged(const QString& text);
     void nameChanged(const QString& text);
     void addMotorClicked();

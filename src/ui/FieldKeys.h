@@ -15,6 +15,7 @@ class FieldKeys : public QObject
     Q_OBJECT
 
 public: // construction
+    /// Owned by `parent`.
     explicit FieldKeys(QObject* parent);
     /// Watches over the application, once for each application object.
     static void install();

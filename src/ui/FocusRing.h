@@ -10,6 +10,7 @@ class FocusRing : public QWidget
     Q_OBJECT
 
 public: // construction
+    /// Follows the keyboard focus in `window`.
     explicit FocusRing(QWidget* window);
 
 public: // queries

@@ -38,6 +38,7 @@ public: // queries
     [[nodiscard]] int copies() const;
 
 public: // commands
+    /// Writes all five fields; whoever listens is told as of typing.
     void setTexts(const Texts& texts);
     /// These three as if the user had typed them, one after the other.
     void typeWidth(const QString& text);
@@ -53,6 +54,7 @@ public: // commands
     void validate();
 
 signals:
+    /// The text of a field changed, or the button was clicked.
     void parameterChanged(const QString& text);
     void addClicked();
 

@@ -50,23 +50,33 @@ public:                                            // state
     QTimer* blinkTimer = nullptr;
 
 public: // snapshots and undo (MainWindowSnapshots.cpp)
+    /// The current project as it stands, with the texts of the screen fields.
     [[nodiscard]] LoadLogic::ProjectState captureCurrentState() const;
     /// Makes `s` the current project and fills the fields; calculates and repaints nothing.
     void restoreProjectState(const LoadLogic::ProjectState& s);
+    /// Keeps the current project for undo, of which the last 20 steps stay; nothing while fields are
+    /// being filled.
     void pushUndoState();
+    /// Goes back one step, in whatever tab it was kept.
     void undo();
 
 public: // results (MainWindowResults.cpp)
+    /// Recalculates the current project and refreshes whatever shows it.
     void updateCalculations();
+    /// Marks each field red that holds no usable number.
     void validateInputs();
+    /// `LoadLogic::formatCoordinate`.
     [[nodiscard]] static QString formatCoordinate(float x);
 
 public: // selection and panels (MainWindowPanels.cpp)
+    /// Select the motor at `index`, or the load with this id, and show its panel; or select nothing.
     void showMotorProperties(int index);
     void showLoadProperties(int id);
     void hidePropertyPanels();
+    /// What the open panel reads goes into what is selected, as one undo step.
     void onMotorPropertyChanged();
     void onLoadPropertyChanged();
+    /// Take away what is selected, as one undo step, unless the open panel is that of something else.
     void deleteSelectedMotor();
     void deleteSelectedLoad();
 
@@ -112,7 +122,8 @@ signals:
     /// Project files were dropped; they are opened once the drop is over.
     void filesDropped(const QStringList& paths);
 
-public slots:
+public slots: // each is what its button, its field or its tab does
+    /// The fields of loads, the truss and screens.
     void onMassChanged(const QString& text);
     void onAddMotorClicked();
     void onAddLoadClicked();
@@ -139,10 +150,6 @@ public slots:
 private: // set-up (MainWindowSetup.cpp)
     void setupUI();
     void loadFirstProject();
-    void startBlinking();
-    /// Lets the canvas tell its project to screen readers, at most five times a second.
-    void startDescribing();
-    void sizeToScreen();
     void acceptFilesEverywhere();
     void buildDesignPage();
     void buildHeaderRow(QBoxLayout* page);
@@ -153,8 +160,12 @@ private: // set-up (MainWindowSetup.cpp)
     void buildControlColumn(QBoxLayout* row);
     void connectPanels();
     void connectControls();
-    /// Adds the report page and keeps it in `m_reportPage` (io/MainWindowReportPage.cpp).
-    void buildReportPage();
+
+private: // start (MainWindow.cpp)
+    void startBlinking();
+    /// Lets the canvas tell its project to screen readers, at most five times a second.
+    void startDescribing();
+    void sizeToScreen();
 
 private: // tabs (MainWindowTabs.cpp)
     void showTabMenu(const QPoint& point);
@@ -169,12 +180,16 @@ private: // files (io/MainWindowFiles.cpp)
     /// Puts `project` into the current tab, as one undo step.
     void replaceProject(const LoadLogic::ProjectState& project);
     void nameCurrentTab(const QString& name);
+
+private: // dropped files (MainWindowDrop.cpp)
+    void openDroppedFiles(const QStringList& paths);
     /// Opens the project file at `path` into a new tab that takes the name in the file; one that
     /// cannot be read makes no tab.
     void openInNewTab(const QString& path);
-    void openDroppedFiles(const QStringList& paths);
 
 private: // reports (io/MainWindowReportPage.cpp, io/MainWindowHtmlReport.cpp)
+    /// Adds the report page and keeps it in `m_reportPage`.
+    void buildReportPage();
     /// Every tab's project as it stands now, `tabName` being the text of its tab.
     [[nodiscard]] QList<LoadLogic::ProjectState> reportedProjects();
     /// Calculates the current project afresh, so that what is on screen is what was just reported.

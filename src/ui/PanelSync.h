@@ -20,6 +20,7 @@ public: // queries
     [[nodiscard]] bool isLoadStale(int selectedId) const;
 
 public: // what was selected
+    /// Shows one panel, filled, and hides the other; or hides both.
     void showMotor(const Motor& motor);
     void showLoad(const ActiveLoad& load);
     void hide();

@@ -13,6 +13,7 @@ class PropertyPanel : public QGroupBox
     Q_OBJECT
 
 public: // construction
+    /// `accent` colours frame and title.
     PropertyPanel(const QString& accent, const QString& title);
 
 signals:

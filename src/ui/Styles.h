@@ -3,7 +3,7 @@
 #include <QString>
 
 /// The style sheets that widgets of the window wear, each in one place. Colours are texts that a
-/// style sheet understands ("#00BFFF", "rgba(0,191,255,0.1)").
+/// style sheet understands ("#FF5050", "rgba(0,191,255,0.1)").
 namespace Styles
 {
 

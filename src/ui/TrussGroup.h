@@ -16,11 +16,13 @@ public: // construction
     explicit TrussGroup(const Truss& truss);
 
 public: // commands
+    /// Writes all three fields; whoever listens is told as of typing.
     void setTexts(const QString& length, const QString& selfWeight, const QString& limitCPL);
     /// Marks each field red that holds no usable number.
     void validate();
 
 signals:
+    /// The text of the field changed.
     void lengthChanged(const QString& text);
     void weightChanged(const QString& text);
     void cplChanged(const QString& text);
