@@ -35,7 +35,8 @@ int hangLoad(const LoadList& list, ActiveLoad load);
 /// included, and numbered from 1 in their names.
 void spreadLoads(const LoadList& list, ActiveLoad pattern, int count);
 
-/// Hangs `screen` centred at `centre` [m], as the array `groupId`; returns the id of its first segment.
+/// Hangs `screen` centred at `centre` [m], as the array `groupId`; returns the id of its first segment,
+/// -1 where it has none.
 int hangScreen(const LoadList& list, const LedArray& screen, float centre, int groupId);
 
 /// Hangs `copies` of `screen` with equal gaps, the truss's ends included, each as an array of its

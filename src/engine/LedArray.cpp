@@ -42,7 +42,8 @@ std::vector<float> LedArray::segmentPositions(float centre, float trussLength) c
     std::vector<float> positions;
     for (int k = 0; k < count; ++k) {
         const float position = leftEdge + SEGMENT_PITCH / 2.0F + SEGMENT_PITCH * static_cast<float>(k);
-        if (k > 0 && !(position <= rightEdge))
+        const bool isKeptAnyhow = k == 0 && !(width < 0.0F);
+        if (!isKeptAnyhow && !(position <= rightEdge))
             break;
         positions.push_back(position);
     }

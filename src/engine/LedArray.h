@@ -19,8 +19,10 @@ struct LedArray
     /// The total weight shared equally among `segmentCount()` [kg].
     [[nodiscard]] float segmentMass() const;
     /// Where the segments hang [m from the left end] when the screen is centred at `centre` [m] of
-    /// a truss of `trussLength` [m]. The first is always there; those beyond the screen's or the
-    /// truss's right end or beyond `LARGEST_SEGMENT_COUNT` are left out; the rest keep their mass.
+    /// a truss of `trussLength` [m]. The first is there whatever its place, so that a narrow screen keeps
+    /// its weight; the others beyond the screen's or the truss's right end or beyond
+    /// `LARGEST_SEGMENT_COUNT` are left out; the rest keep their mass. A negative width, whose edges have
+    /// changed sides, hangs nothing: its weight would be negative and relieve the motors.
     [[nodiscard]] std::vector<float> segmentPositions(float centre, float trussLength) const;
 
     /// Bounds what a billion metres of screen and truss ask for: a screen of 50 km.

@@ -62,7 +62,8 @@ public: // edits; they calculate nothing, see `Edits`
     /// Hangs `load`, clamped to the truss, under the next id; returns the id.
     static int PlaceLoad(ActiveLoad load);
     static void SpreadLoads(const ActiveLoad& pattern, int count);
-    /// Hangs `screen` centred at `centre` [m] as the array `groupId`; returns the id of its first segment.
+    /// Hangs `screen` centred at `centre` [m] as the array `groupId`; returns the id of its first segment,
+    /// -1 where it has none.
     static int PlaceScreen(const LedArray& screen, float centre, int groupId);
     static void SpreadScreens(const LedArray& screen, int copies);
     /// Gives the truss the length `length` [m]; motors and loads follow.

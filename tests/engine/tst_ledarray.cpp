@@ -40,7 +40,7 @@ private slots:
     void widthOfNothing_keepsOneWeightlessSegment();
     void narrowScreen_keepsItsFirstSegment();
     void unevenWidth_keepsItsMassPerSegment();
-    void negativeWidth_keepsItsFirstSegment();
+    void negativeWidth_hangsNothing();
     void trussWithoutLength_keepsTheFirstSegment();
     void hugeScreenOnShortTruss_endsWithTheTruss();
     void hugeScreenOnHugeTruss_isBounded();
@@ -138,10 +138,14 @@ void LedArrayTest::unevenWidth_keepsItsMassPerSegment()
     QCOMPARE(screen.segmentMass(), screen.totalWeight() / 3.0F);
 }
 
-void LedArrayTest::negativeWidth_keepsItsFirstSegment()
+void LedArrayTest::negativeWidth_hangsNothing()
 {
-    // Left edge max(0, 6 + 1.5) = 7.5.
-    QCOMPARE(screenOfWidth(-3.0F).segmentPositions(6.0F, 12.0F), std::vector<float>{7.75F});
+    // Left edge max(0, 6 + 1.5) = 7.5; its first quarter metre lies beyond the right edge 6 − 1.5 = 4.5.
+    QVERIFY(screenOfWidth(-3.0F).segmentPositions(6.0F, 12.0F).empty());
+    QVERIFY(screenOfWidth(-0.001F).segmentPositions(6.0F, 12.0F).empty());
+    QVERIFY(screenOfWidth(-1e9F).segmentPositions(6.0F, 12.0F).empty());
+    QVERIFY(screenOfWidth(-INFINITE).segmentPositions(6.0F, 12.0F).empty());
+    QCOMPARE(screenOfWidth(-0.0F).segmentPositions(6.0F, 12.0F), std::vector<float>{6.25F});
 }
 
 void LedArrayTest::trussWithoutLength_keepsTheFirstSegment()

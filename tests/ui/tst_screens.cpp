@@ -62,6 +62,8 @@ private slots:
     void parameters_whileRestoring_areIgnored();
     void width_of1m20_hasThreeSharesAndTwoSegments();
     void width_ofZero_hangsOneWeightlessSegment();
+    void width_belowZero_relievesNoMotor_data();
+    void width_belowZero_relievesNoMotor();
     void add_oneCopy_selectsItsFirstSegment();
     void add_twoCopies_areSpreadAndNumbered();
     void add_manyCopies_leaveTheSelection();
@@ -202,6 +204,27 @@ void TestScreens::width_ofZero_hangsOneWeightlessSegment()
     QVERIFY(isNear(loadAt(0).positionX, 6.25F));
     QCOMPARE(loadAt(0).mass, 0.0F);
     QCOMPARE(m_bench->window.selectedLoadId, loadAt(0).id);
+}
+
+void TestScreens::width_belowZero_relievesNoMotor_data()
+{
+    QTest::addColumn<int>("copies");
+    QTest::newRow("one") << 1;
+    QTest::newRow("three") << 3;
+}
+
+// Half of 12 × 8.4 = 100.8 kg for each motor, whatever is typed. With one screen nothing is selected, as
+// there is no segment to select.
+void TestScreens::width_belowZero_relievesNoMotor()
+{
+    QFETCH(int, copies);
+    m_bench->setText("screenWidth", u"-4"_s);
+    m_bench->box("screenCount")->setValue(copies);
+    m_bench->window.onAddLEDLoadClicked();
+    QVERIFY(LoadLogic::ActiveLoads.isEmpty());
+    QCOMPARE(m_bench->window.selectedLoadId, -1);
+    for (const LoadLogic::Motor& motor : std::as_const(LoadLogic::MotorList))
+        QVERIFY(isNear(motor.staticLoad, 50.4F));
 }
 
 void TestScreens::add_oneCopy_selectsItsFirstSegment()
