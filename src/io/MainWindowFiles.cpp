@@ -43,18 +43,14 @@ bool MainWindow::openProjectFile(const QString& path)
 
 void MainWindow::openProjectFiles(const QStringList& paths)
 {
-    bool inCurrentTab = true;
-    for (const QString& path : paths) {
-        const std::optional<LoadLogic::ProjectState> project = readProject(path);
-        if (!project)
-            continue;
-        if (!inCurrentTab)
-            onAddTab();
-        inCurrentTab = false;
+    if (paths.isEmpty())
+        return;
+    if (const std::optional<LoadLogic::ProjectState> project = readProject(paths.constFirst())) {
         replaceProject(*project);
-        if (paths.size() > 1)
-            nameCurrentTab(project->tabName);
+        nameCurrentTab(project->tabName);
     }
+    for (const QString& path : paths.sliced(1))
+        openInNewTab(path);
 }
 
 std::optional<LoadLogic::ProjectState> MainWindow::readProject(const QString& path)

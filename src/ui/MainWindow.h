@@ -105,16 +105,16 @@ public: // files (io/MainWindowFiles.cpp)
     /// Opens the project file at `path` into the current tab; a failure is told in a box.
     /// Returns whether it was opened.
     bool openProjectFile(const QString& path);
-    /// Opens the first of `paths` into the current tab and each further one into a new tab that
-    /// takes the name in the file; with more than one path the first tab takes its name as well.
+    /// Opens the first of `paths` into the current tab and each further one into a new tab; each tab
+    /// takes the name in its file. A first file that cannot be read leaves the current tab as it is.
     void openProjectFiles(const QStringList& paths);
 
 public: // overrides
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected: // overrides (MainWindowDrop.cpp)
-    /// Takes project files from the file manager; the first goes into the current tab, each further
-    /// one into a tab of its own.
+    /// Takes project files from the file manager and shows the design page; the first goes into the
+    /// current tab, which keeps its title, each further one into a tab of its own.
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 

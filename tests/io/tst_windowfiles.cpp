@@ -79,7 +79,7 @@ private slots:
     void savedArray_comesBackUntyped();
     void selection_endsWithOpening();
     void twoFiles_openInTwoNamedTabs();
-    void oneFile_leavesTheTabItsName();
+    void oneFile_namesTheTab();
     void fileWithoutAName_leavesTheTabItsName();
     void withoutProjects_theFirstFileGetsNoTab();
     void badFileAmongSeveral_opensNoTab();
@@ -361,13 +361,14 @@ void TestWindowFiles::twoFiles_openInTwoNamedTabs()
     QCOMPARE(bench.window.projects.at(0).tabName, u"Uno %1"_s);
 }
 
-void TestWindowFiles::oneFile_leavesTheTabItsName()
+void TestWindowFiles::oneFile_namesTheTab()
 {
     Bench bench;
     const QTemporaryDir folder;
-    bench.window.openProjectFiles({put(folder, u"a.rig"_s, otherProject())});
+    bench.window.openProjectFiles({put(folder, u"a.rig"_s, otherProject(u"Gira 2024"_s))});
     QCOMPARE(bench.tabBar()->count(), 1);
-    QCOMPARE(bench.tabBar()->tabText(0), u"Proyecto 1"_s);
+    QCOMPARE(bench.tabBar()->tabText(0), u"Gira 2024"_s);
+    QCOMPARE(bench.window.projects.at(0).tabName, u"Gira 2024"_s);
     QCOMPARE(LoadLogic::TrussLength, 20.0F);
 }
 
