@@ -18,7 +18,7 @@ QStringList projectFiles(const QMimeData* dragged)
     const QList<QUrl> urls = dragged->urls();
     for (const QUrl& url : urls) {
         const QString path = url.toLocalFile();
-        if (path.endsWith(".rig"_L1, Qt::CaseInsensitive))
+        if (path.endsWith(".rig"_L1, Qt::CaseInsensitive) || path.endsWith(".json"_L1, Qt::CaseInsensitive))
             paths.append(path);
     }
     return paths;
@@ -41,10 +41,13 @@ void MainWindow::dropEvent(QDropEvent* event)
     emit filesDropped(projectFiles(event->mimeData()));
 }
 
+// The report page tells of the projects as they were when it was filled, over the drawing of the one
+// that is open now: another project under old verdicts would mislead.
 void MainWindow::openDroppedFiles(const QStringList& paths)
 {
     if (paths.isEmpty())
         return;
+    onBackToDesignClicked();
     openProjectFile(paths.constFirst());
     for (const QString& path : paths.sliced(1))
         openInNewTab(path);

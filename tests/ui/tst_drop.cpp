@@ -7,6 +7,7 @@
 #include <QDropEvent>
 #include <QFile>
 #include <QMimeData>
+#include <QStackedWidget>
 #include <QTemporaryDir>
 #include <QUrl>
 
@@ -54,6 +55,10 @@ private slots:
     void otherFilesAmongThem_areLeftOut();
     void brokenFirst_isToldAndTheRestOpens();
     void brokenLater_makesNoTab();
+    void brokenFirst_leavesTheCurrentTabAsItIs_data();
+    void brokenFirst_leavesTheCurrentTabAsItIs();
+    void onTheReportPage_showsTheDesign_data();
+    void onTheReportPage_showsTheDesign();
 
 private:
     void drop(const QStringList& paths);
@@ -109,6 +114,8 @@ void TestDrop::projectFiles_areWelcome_data()
     QTest::addColumn<bool>("welcome");
     QTest::newRow("a project") << QStringList{u"/a/b.rig"_s} << true;
     QTest::newRow("capital letters") << QStringList{u"/a/B.RIG"_s} << true;
+    QTest::newRow("a project as JSON") << QStringList{u"/a/b.json"_s} << true;
+    QTest::newRow("JSON in capital letters") << QStringList{u"/a/b.JSON"_s} << true;
     QTest::newRow("one among others") << QStringList{u"/a/b.txt"_s, u"/a/ñ c.rig"_s} << true;
     QTest::newRow("a text") << QStringList{u"/a/b.txt"_s} << false;
     QTest::newRow("nothing") << QStringList{} << false;
@@ -216,6 +223,55 @@ void TestDrop::brokenLater_makesNoTab()
     QVERIFY(ok.given());
     QCOMPARE(titles(), QStringList{u"Proyecto 1"_s});
     QCOMPARE(LoadLogic::TrussLength, 17.0F);
+}
+
+void TestDrop::brokenFirst_leavesTheCurrentTabAsItIs_data()
+{
+    QTest::addColumn<bool>("dropped");
+    QTest::newRow("dropped") << true;
+    QTest::newRow("on the command line") << false;
+}
+
+void TestDrop::brokenFirst_leavesTheCurrentTabAsItIs()
+{
+    QFETCH(bool, dropped);
+    const QStringList paths{m_folder.filePath(u"falta.rig"_s), project(u"b.rig"_s, u"Segundo"_s, 18),
+                            project(u"c.rig"_s, u"Tercero"_s, 19)};
+    const Support::BoxAnswer ok(QMessageBox::Ok);
+    if (dropped)
+        drop(paths);
+    else
+        m_bench->window.openProjectFiles(paths);
+    QVERIFY(ok.given());
+    QCOMPARE(titles(), QStringList({u"Proyecto 1"_s, u"Segundo"_s, u"Tercero"_s}));
+    QCOMPARE(LoadLogic::TrussLength, 19.0F);
+    m_bench->tabBar()->setCurrentIndex(0);
+    QCOMPARE(LoadLogic::TrussLength, 12.0F);
+}
+
+void TestDrop::onTheReportPage_showsTheDesign_data()
+{
+    QTest::addColumn<bool>("broken");
+    QTest::newRow("a project") << false;
+    QTest::newRow("a broken file") << true;
+}
+
+void TestDrop::onTheReportPage_showsTheDesign()
+{
+    QFETCH(bool, broken);
+    const auto* pages = qobject_cast<QStackedWidget*>(m_bench->window.centralWidget());
+    m_bench->window.onGenerateReportClicked();
+    QCOMPARE(pages->currentIndex(), 1);
+    const QString path = broken ? m_folder.filePath(u"falta.rig"_s) : project(u"a.rig"_s, u"Uno"_s, 17);
+    int pageUnderTheBox = -1;
+    const Support::Answer<QMessageBox> ok([pages, &pageUnderTheBox](QMessageBox& box) {
+        pageUnderTheBox = pages->currentIndex();
+        box.accept();
+    });
+    drop({path});
+    QCOMPARE(ok.given(), broken);
+    QCOMPARE(pageUnderTheBox, broken ? 0 : -1);
+    QCOMPARE(pages->currentIndex(), 0);
 }
 
 QTEST_MAIN(TestDrop)
