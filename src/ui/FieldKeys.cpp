@@ -1,31 +1,17 @@
 #include "ui/FieldKeys.h"
 
 #include "canvas/CanvasHost.h"
+#include "ui/NumberField.h"
 
-#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
-#include <QLineEdit>
-#include <QValidator>
+#include <QWidget>
 
 using namespace Qt::StringLiterals;
 
 namespace
 {
-
-bool takesNumbers(const QObject* object)
-{
-    if (qobject_cast<const QAbstractSpinBox*>(object) != nullptr)
-        return true;
-    const auto* field = qobject_cast<const QLineEdit*>(object);
-    if (field == nullptr)
-        return false;
-    return field->inputMethodHints().testFlag(Qt::ImhFormattedNumbersOnly)
-           || qobject_cast<const QAbstractSpinBox*>(field->parentWidget()) != nullptr
-           || qobject_cast<const QDoubleValidator*>(field->validator()) != nullptr
-           || qobject_cast<const QIntValidator*>(field->validator()) != nullptr;
-}
 
 /// Whether `object` is a field that stands in the window itself, not in a dialog over it.
 bool standsInWindow(const QObject* object)
@@ -57,9 +43,9 @@ bool FieldKeys::eventFilter(QObject* watched, QEvent* event)
         }
         return false;
     }
-    if (event->type() == QEvent::KeyPress && takesNumbers(watched))
+    if (event->type() == QEvent::KeyPress && NumberField::takesNumbers(watched))
         return typePoint(watched, *static_cast<QKeyEvent*>(event));
-    if (event->type() == QEvent::InputMethod && takesNumbers(watched))
+    if (event->type() == QEvent::InputMethod && NumberField::takesNumbers(watched))
         return commitPoint(watched, *static_cast<QInputMethodEvent*>(event));
     return false;
 }

@@ -3,6 +3,7 @@
 #include "canvas/TrussView.h"
 #include "engine/Edits.h"
 #include "ui/FieldKeys.h"
+#include "ui/FieldPaste.h"
 #include "ui/FocusRing.h"
 #include "ui/PanelSync.h"
 #include "ui/ProjectDescription.h"
@@ -50,6 +51,7 @@ MainWindow::MainWindow(QWidget* parent)
 {
     projects.append(Edits::freshProject(u"Proyecto 1"_s, LoadLogic::Motor().selfWeight));
     FieldKeys::install();
+    FieldPaste::install();
     startDescribing();
     setupUI();
     new FocusRing(this);

@@ -2,6 +2,7 @@
 
 #include "ui/Styles.h"
 
+#include <QAbstractSpinBox>
 #include <QDoubleValidator>
 #include <QIntValidator>
 
@@ -28,6 +29,19 @@ QLineEdit* NumberField::createInteger(const QString& text, const QString& access
     QLineEdit* field = create(text, accessibleName);
     field->setValidator(NumberValidators::createInteger(bottom, top, field));
     return field;
+}
+
+bool NumberField::takesNumbers(const QObject* object)
+{
+    if (qobject_cast<const QAbstractSpinBox*>(object) != nullptr)
+        return true;
+    const auto* field = qobject_cast<const QLineEdit*>(object);
+    if (field == nullptr)
+        return false;
+    return field->inputMethodHints().testFlag(Qt::ImhFormattedNumbersOnly)
+           || qobject_cast<const QAbstractSpinBox*>(field->parentWidget()) != nullptr
+           || qobject_cast<const QDoubleValidator*>(field->validator()) != nullptr
+           || qobject_cast<const QIntValidator*>(field->validator()) != nullptr;
 }
 
 void NumberField::mark(QLineEdit* field, bool usable)

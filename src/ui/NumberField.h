@@ -13,6 +13,9 @@ QLineEdit* createReal(const QString& text, const QString& accessibleName, double
 /// As `create`, refusing keystrokes that lead out of the integers `bottom` to `top`.
 QLineEdit* createInteger(const QString& text, const QString& accessibleName, int bottom, int top);
 
+/// Whether `object` is a field that numbers are typed into, a spin box, or the line edit of one.
+[[nodiscard]] bool takesNumbers(const QObject* object);
+
 /// Marks `field` red, or takes the mark off.
 void mark(QLineEdit* field, bool usable);
 

@@ -3,12 +3,15 @@
 #include "support/Dialogs.h"
 #include "support/Window.h"
 
+#include <QClipboard>
 #include <QDoubleSpinBox>
 #include <QInputDialog>
 #include <QInputMethodEvent>
 #include <QLocale>
 #include <QMouseEvent>
 
+#include <algorithm>
+#include <memory>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -52,6 +55,13 @@ private slots:
     void setText_withAComma_doesNotParse_data();
     void setText_withAComma_doesNotParse();
     void pastedComma_isRefusedByABoundedField();
+    void pastedNumber_isReadLikeATypedOne_data();
+    void pastedNumber_isReadLikeATypedOne();
+    void pasteOfTheMenu_isReadLikeATypedNumber();
+    void pasteOfTheMiddleButton_isReadLikeATypedNumber();
+    void pastedIntoTheExactPosition_isReadLikeATypedNumber();
+    void pastedIntoACountBox_isNeverTenTimesAsMuch();
+    void pastedIntoAName_staysAsItIs();
     void shownNumbers_haveThePoint_data();
     void shownNumbers_haveThePoint();
     void undoKeys_inADialog_areTheFields();
@@ -255,6 +265,130 @@ void TestFields::pastedComma_isRefusedByABoundedField()
     weight->insert(u"10,5"_s); // as a paste does
     QVERIFY2(weight->text() != u"105"_s, qUtf8Printable(weight->text()));
     QCOMPARE(LoadLogic::TrussSelfWeight, 8.4F);
+}
+
+void TestFields::pastedNumber_isReadLikeATypedOne_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QString>("clip");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char* name, const QString& clip, const QString& text) {
+        QTest::newRow(qUtf8Printable(QString::fromLatin1(name) + u' ' + clip.trimmed()))
+            << QByteArray(name) << clip << text;
+    };
+    for (const char* name :
+         {"trussLength", "trussWeight", "limitCPL", "motorSelfWeight", "loadMass", "screenWidth",
+          "screenHeight", "screenWeightM2", "bumperWeight", "cablePercent"}) {
+        row(name, u"8,4"_s, u"8.4"_s);
+        row(name, u"8.4"_s, u"8.4"_s);
+    }
+    row("motorCapacity", u"512,5"_s, u"512.5"_s);
+    row("newLoadMass", u"2,5"_s, u"2.5"_s);
+    row("trussWeight", u" 10,5\n"_s, u"10.5"_s); // a cell of a spreadsheet
+    row("trussWeight", u",5"_s, u".5"_s);
+    row("trussWeight", u"1.234,5"_s, u"6"_s); // refused: the field keeps what it had
+    row("trussWeight", u"8,44"_s, u"6"_s);    // one decimal
+    row("trussWeight", u"ocho"_s, u"6"_s);
+}
+
+void TestFields::pastedNumber_isReadLikeATypedOne()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QString, clip);
+    QFETCH(QString, text);
+    build(u"es_ES"_s);
+    if (name.startsWith("motor"))
+        m_bench->window.showMotorProperties(0);
+    if (name.startsWith("loadM"))
+        m_bench->window.showLoadProperties(m_bench->hangLoad(1.0F, 1.0F));
+    QLineEdit* field = m_bench->field(name.constData());
+    field->setText(u"6"_s);
+    field->selectAll();
+    QApplication::clipboard()->setText(clip);
+    QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(field->text(), text);
+}
+
+void TestFields::pasteOfTheMenu_isReadLikeATypedNumber()
+{
+    build(u"es_ES"_s);
+    QApplication::clipboard()->setText(u"10,5"_s);
+    for (const char* name : {"trussWeight", "newLoadName"}) {
+        QLineEdit* field = m_bench->field(name);
+        field->selectAll();
+        std::unique_ptr<QMenu> menu(field->createStandardContextMenu());
+        const QString title = QLineEdit::tr("&Paste");
+        const qsizetype entries = menu->actions().size();
+        menu->popup(QPoint(0, 0));
+        QCOMPARE(menu->actions().size(), entries);
+        const QList<QAction*> actions = menu->actions();
+        const auto paste = std::find_if(actions.cbegin(), actions.cend(), [&title](const QAction* action) {
+            return action->text().startsWith(title);
+        });
+        QVERIFY(paste != actions.cend());
+        QCOMPARE(actions.indexOf(*paste), 5); // after undo, redo, a line, cut and copy
+        QVERIFY((*paste)->isEnabled());
+        (*paste)->trigger();
+        menu->close();
+        QCOMPARE(field->text(), field->objectName() == "trussWeight"_L1 ? u"10.5"_s : u"10,5"_s);
+    }
+    QCOMPARE(LoadLogic::TrussSelfWeight, 10.5F);
+}
+
+// Only where the desktop pastes with the middle button, which the off-screen one does not.
+void TestFields::pasteOfTheMiddleButton_isReadLikeATypedNumber()
+{
+    QClipboard* clipboard = QApplication::clipboard();
+    if (!clipboard->supportsSelection()) {
+        QSKIP("this desktop has no selection to paste");
+    }
+    build(u"es_ES"_s);
+    QLineEdit* weight = m_bench->field("trussWeight");
+    weight->clear();
+    clipboard->setText(u"10,5"_s, QClipboard::Selection);
+    QTest::mouseClick(weight, Qt::MiddleButton);
+    QCOMPARE(weight->text(), u"10.5"_s);
+}
+
+void TestFields::pastedIntoTheExactPosition_isReadLikeATypedNumber()
+{
+    build(u"C"_s);
+    m_bench->canvas()->resize(800, 600);
+    QApplication::clipboard()->setText(u"-0,5"_s);
+    const Support::Answer<QInputDialog> paste([](QInputDialog& dialog) {
+        auto* box = dialog.findChild<QDoubleSpinBox*>();
+        box->selectAll();
+        QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
+        dialog.accept();
+    });
+    TrussView* canvas = m_bench->canvas();
+    QTest::mousePress(canvas, Qt::LeftButton, {}, QPoint(canvas->marginX, canvas->height() / 2 - 112));
+    QVERIFY(paste.given());
+    QCOMPARE(LoadLogic::MotorList.at(0).positionX, 5.5F);
+}
+
+void TestFields::pastedIntoACountBox_isNeverTenTimesAsMuch()
+{
+    build(u"es_ES"_s);
+    QSpinBox* count = m_bench->box("loadCount");
+    count->selectAll();
+    QApplication::clipboard()->setText(u"8,4"_s);
+    QTest::keyClick(count, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(count->value(), 1);
+    count->selectAll();
+    QApplication::clipboard()->setText(u"7\n"_s);
+    QTest::keyClick(count, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(count->value(), 7);
+}
+
+void TestFields::pastedIntoAName_staysAsItIs()
+{
+    build(u"es_ES"_s);
+    QLineEdit* name = m_bench->field("newLoadName");
+    name->selectAll();
+    QApplication::clipboard()->setText(u"Izq, alto "_s);
+    QTest::keyClick(name, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(name->text(), u"Izq, alto "_s);
 }
 
 void TestFields::shownNumbers_haveThePoint_data()
