@@ -4,6 +4,7 @@
 #include "engine/Edits.h"
 #include "ui/FieldKeys.h"
 #include "ui/FieldPaste.h"
+#include "ui/FieldPointer.h"
 #include "ui/FocusRing.h"
 #include "ui/PanelSync.h"
 #include "ui/ProjectDescription.h"
@@ -52,6 +53,7 @@ MainWindow::MainWindow(QWidget* parent)
     projects.append(Edits::freshProject(u"Proyecto 1"_s, LoadLogic::Motor().selfWeight));
     FieldKeys::install();
     FieldPaste::install();
+    FieldPointer::install();
     startDescribing();
     setupUI();
     new FocusRing(this);

@@ -5,6 +5,7 @@
 #include "ui/LoadPanel.h"
 #include "ui/MainWindow.h"
 #include "ui/MotorPanel.h"
+#include "ui/NumberField.h"
 #include "ui/PanelSync.h"
 #include "ui/ProjectTabBar.h"
 #include "ui/Styles.h"
@@ -107,13 +108,14 @@ void MainWindow::loadFirstProject()
     updateCalculations();
 }
 
-// A field would take a dropped file as a text; so no field takes anything, and the window all of it.
+// Files are the window's. A field for names takes a text that is dragged into it, and leaves a file to the
+// window as well; one for numbers takes nothing.
 void MainWindow::acceptFilesEverywhere()
 {
     setAcceptDrops(true);
     const auto fields = findChildren<QLineEdit*>();
     for (QLineEdit* field : fields)
-        field->setAcceptDrops(false);
+        field->setAcceptDrops(!NumberField::takesNumbers(field));
 }
 
 void MainWindow::buildDesignPage()

@@ -29,6 +29,11 @@ std::unique_ptr<QMimeData> dragged(const QStringList& paths)
     return data;
 }
 
+bool isNameField(const QWidget* widget)
+{
+    return QStringList({u"newLoadName"_s, u"motorName"_s, u"loadName"_s}).contains(widget->objectName());
+}
+
 } // namespace
 
 /// Project files from the file manager, dropped on the window.
@@ -48,6 +53,8 @@ private slots:
     void links_areNotWelcome();
     void whileADialogIsOpen_nothingIsWelcome();
     void fields_leaveFilesToTheWindow();
+    void fileOverAName_goesToTheWindow();
+    void textOverAName_isTheFields();
     void one_opensInTheCurrentTab();
     void files_mayHaveAnyName_data();
     void files_mayHaveAnyName();
@@ -163,7 +170,42 @@ void TestDrop::fields_leaveFilesToTheWindow()
     QVERIFY(m_bench->window.acceptDrops());
     const auto widgets = m_bench->window.findChildren<QWidget*>();
     for (const QWidget* widget : widgets)
-        QVERIFY2(!widget->acceptDrops(), qPrintable(widget->objectName()));
+        QVERIFY2(!widget->acceptDrops() || isNameField(widget), qPrintable(widget->objectName()));
+}
+
+// A file manager offers the path as a text as well.
+void TestDrop::fileOverAName_goesToTheWindow()
+{
+    const auto data = dragged({project(u"a.rig"_s, u"Uno"_s, 17)});
+    data->setText(u"/a/b.rig"_s);
+    QLineEdit* name = m_bench->field("newLoadName");
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(name, &enter);
+    QVERIFY(enter.isAccepted()); // by the window, to which it went on
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&m_bench->window, &drop);
+    QCoreApplication::processEvents();
+    QCOMPARE(name->text(), u"Carga"_s);
+    QCOMPARE(LoadLogic::TrussLength, 17.0F);
+}
+
+void TestDrop::textOverAName_isTheFields()
+{
+    m_bench->window.showMotorProperties(0);
+    QMimeData data;
+    data.setText(u"PA izq, alto"_s);
+    for (const char* name : {"newLoadName", "motorName", "loadName"}) {
+        QLineEdit* field = m_bench->field(name);
+        field->clear();
+        QVERIFY(field->acceptDrops());
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QCoreApplication::sendEvent(field, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(field, &drop);
+        QCOMPARE(field->text(), u"PA izq, alto"_s);
+    }
 }
 
 void TestDrop::one_opensInTheCurrentTab()

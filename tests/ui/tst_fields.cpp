@@ -9,6 +9,9 @@
 #include <QInputMethodEvent>
 #include <QLocale>
 #include <QMouseEvent>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <memory>
@@ -25,6 +28,27 @@ QString typed(QLineEdit* field, const QString& keys)
     field->clear();
     QTest::keyClicks(field, keys);
     return field->text();
+}
+
+/// Turns the wheel over `box` by `angle` eighths of a degree, as the desktop does.
+void wheel(QWidget* box, int angle)
+{
+    const QPointF middle = box->rect().center();
+    QWheelEvent event(middle, box->mapToGlobal(middle), {}, {0, angle}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(box, &event); // sending it would make it the program's own again
+}
+
+/// The bar that scrolls `widget` up and down.
+QScrollBar* scrolledBy(const QWidget* widget)
+{
+    for (QWidget* around = widget->parentWidget(); around != nullptr; around = around->parentWidget()) {
+        auto* area = qobject_cast<QScrollArea*>(around);
+        if (area != nullptr && area->verticalScrollBar()->maximum() > 0)
+            return area->verticalScrollBar();
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -62,6 +86,8 @@ private slots:
     void pastedIntoTheExactPosition_isReadLikeATypedNumber();
     void pastedIntoACountBox_isNeverTenTimesAsMuch();
     void pastedIntoAName_staysAsItIs();
+    void wheel_inPassing_changesNoNumberAndScrolls();
+    void wheel_overTheFocusedBox_turnsIt();
     void shownNumbers_haveThePoint_data();
     void shownNumbers_haveThePoint();
     void undoKeys_inADialog_areTheFields();
@@ -389,6 +415,40 @@ void TestFields::pastedIntoAName_staysAsItIs()
     QApplication::clipboard()->setText(u"Izq, alto "_s);
     QTest::keyClick(name, Qt::Key_V, Qt::ControlModifier);
     QCOMPARE(name->text(), u"Izq, alto "_s);
+}
+
+// The event is sent as a desktop's: only such ones go on to the widget around.
+void TestFields::wheel_inPassing_changesNoNumberAndScrolls()
+{
+    build(u"C"_s);
+    QVERIFY(m_bench->activate());
+    m_bench->window.resize(1000, 500);
+    QCoreApplication::processEvents();
+    m_bench->field("newLoadMass")->setFocus();
+    for (const char* name : {"loadCount", "screenCount"}) {
+        QSpinBox* box = m_bench->box(name);
+        box->setValue(5);
+        QScrollBar* bar = scrolledBy(box);
+        QVERIFY(bar != nullptr && bar->maximum() > 0);
+        bar->setValue(0);
+        wheel(box, -120);
+        QCOMPARE(box->value(), 5);
+        QVERIFY(!box->hasFocus());
+        QVERIFY(bar->value() > 0);
+    }
+}
+
+void TestFields::wheel_overTheFocusedBox_turnsIt()
+{
+    build(u"C"_s);
+    QVERIFY(m_bench->activate());
+    for (const char* name : {"loadCount", "screenCount"}) {
+        QSpinBox* box = m_bench->box(name);
+        box->setValue(5);
+        box->setFocus();
+        wheel(box, -120);
+        QCOMPARE(box->value(), 4);
+    }
 }
 
 void TestFields::shownNumbers_haveThePoint_data()
