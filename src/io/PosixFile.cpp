@@ -1,24 +1,23 @@
 #include "io/PosixFile.h"
 
+#include "io/PosixStatus.h"
+
 #include <QFile>
 #include <QRandomGenerator>
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <map>
-#include <string>
 #include <system_error>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#ifdef Q_OS_LINUX
-#include <sys/xattr.h>
-#endif
 
+using Posix::Attributes;
 using Posix::Path;
+using Posix::statusOf;
 
 namespace
 {
@@ -41,22 +40,6 @@ auto uninterrupted(Call call)
     return result;
 }
 
-std::optional<struct stat> statusOf(const Path& path)
-{
-    struct stat status
-    {
-    };
-    return lstat(path.c_str(), &status) == 0 ? std::optional(status) : std::nullopt;
-}
-
-std::optional<struct stat> statusOf(int descriptor)
-{
-    struct stat status
-    {
-    };
-    return fstat(descriptor, &status) == 0 ? std::optional(status) : std::nullopt;
-}
-
 Path folderOf(const Path& path)
 {
     return path.has_parent_path() ? path.parent_path() : Path(".");
@@ -67,42 +50,6 @@ bool isRefusal(int error)
 {
     return error == EACCES || error == EPERM || error == EROFS;
 }
-
-using Attributes = std::map<std::string, std::string>;
-
-#ifdef Q_OS_LINUX
-std::optional<std::string> attributeOf(const Path& path, const char* name)
-{
-    const ssize_t size = lgetxattr(path.c_str(), name, nullptr, 0);
-    std::string value(static_cast<std::size_t>(qMax<ssize_t>(size, 0)), '\0');
-    const bool isRead = size != -1 && lgetxattr(path.c_str(), name, value.data(), value.size()) == size;
-    return isRead ? std::optional(value) : std::nullopt;
-}
-
-/// The extended attributes, in which access control lists and labels are kept too; nothing if they
-/// cannot be read. A file system that has none has no attributes.
-std::optional<Attributes> attributesOf(const Path& path)
-{
-    const ssize_t size = llistxattr(path.c_str(), nullptr, 0);
-    if (size == -1)
-        return errno == ENOTSUP ? std::optional(Attributes()) : std::nullopt;
-    std::string names(static_cast<std::size_t>(size), '\0'); // each ends with a zero
-    bool areKnown = llistxattr(path.c_str(), names.data(), names.size()) == size;
-
-    Attributes attributes;
-    for (std::size_t at = 0; areKnown && at < names.size(); at = names.find('\0', at) + 1) {
-        const std::optional<std::string> value = attributeOf(path, &names[at]);
-        areKnown = value.has_value();
-        attributes.emplace(&names[at], value.value_or(std::string()));
-    }
-    return areKnown ? std::optional(attributes) : std::nullopt;
-}
-#else
-std::optional<Attributes> attributesOf(const Path& /*path*/)
-{
-    return Attributes();
-}
-#endif
 
 /// As far as the system lets this user; what became of it is to be looked at.
 void makeAlike(int descriptor, const struct stat& model)
