@@ -6,7 +6,7 @@ option(VELMORA_PCH "Read Qt's headers once for each library, not once for each s
 # What the compiler made once in a folder is not made again there. Sources that use precompiled
 # headers are kept only with this sloppiness: neither header nor source may ask for the time.
 find_program(VELMORA_CCACHE ccache)
-if(VELMORA_CCACHE AND NOT MSVC AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+if(VELMORA_CCACHE AND UNIX AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER
         env CCACHE_DEPEND=1 CCACHE_SLOPPINESS=pch_defines,time_macros "${VELMORA_CCACHE}"
     )
