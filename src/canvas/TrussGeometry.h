@@ -13,8 +13,9 @@
 /// and grabbed on either side of it, a screen is grabbed at its own height and drawn flat.
 class TrussGeometry
 {
-public:                                            // dimensions that drawing and boxes share, at scale 1 [px]
-    static constexpr int ARRAY_TOP = 5;            ///< of a screen's frame, below the truss line
+public: // dimensions that drawing and boxes share, at scale 1 [px]
+    /// Of a screen's frame, below the truss line.
+    static constexpr int ARRAY_TOP = 5;
     static constexpr int ARRAY_HEIGHT = 40;        ///< of a screen's frame
     static constexpr int MOTOR_LABEL_TOP = 105;    ///< of what a motor carries, above the truss line
     static constexpr int MOTOR_LABEL_WIDTH = 90;   ///< of that, and of the motor's position over it

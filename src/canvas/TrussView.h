@@ -25,8 +25,9 @@ public: // construction
     explicit TrussView(QWidget* parent = nullptr);
     ~TrussView() override;
 
-public:                      // state
-    bool blinkOn = false;    ///< phase of the warning; written by the window
+public: // state
+    /// Phase of the warning; written by the window.
+    bool blinkOn = false;
     bool printMode = false;  ///< black on white, and deaf to the pointer
     int draggedMotor = -1;   ///< index in `LoadLogic::MotorList`, -1 for none
     int draggedGroup = -1;   ///< `groupId` of an array, -1 for none
@@ -91,7 +92,8 @@ private: // edits (TrussViewEdits.cpp)
     void aboutToEdit();
     void edited();
 
-private:                                         // data
-    std::optional<MotorIdentity> m_grabbedMotor; ///< while a motor is dragged
+private: // data
+    /// While a motor is dragged.
+    std::optional<MotorIdentity> m_grabbedMotor;
     PaintKit m_kit;
 };

@@ -21,8 +21,9 @@ public: // records
     using ActiveLoad = ::ActiveLoad;
     using ProjectState = ::ProjectState;
 
-public:                                                  // the current project
-    static inline float TrussLength = 12.0F;             ///< [m]
+public: // the current project
+    /// Length [m].
+    static inline float TrussLength = 12.0F;
     static inline float TrussSelfWeight = 8.4F;          ///< [kg/m]
     static inline float Limit_CPL = 1600.0F;             ///< maximum central point load [kg]
     static inline float Screen_Width = 4.0F;             ///< [m]

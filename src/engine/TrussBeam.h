@@ -25,8 +25,9 @@ public: // construction
     /// Sorts `masses` and sums them up.
     explicit LoadRow(std::vector<PointMass> masses = {});
 
-public:                               // data
-    std::vector<PointMass> loads;     ///< left to right
+public: // data
+    /// Left to right.
+    std::vector<PointMass> loads;
     std::vector<double> massBefore;   ///< Σ P of the loads before the k-th; one more than loads [kg]
     std::vector<double> momentBefore; ///< Σ P·x of the same [kg·m]
 

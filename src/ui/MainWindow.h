@@ -38,8 +38,9 @@ public: // construction
     explicit MainWindow(QWidget* parent = nullptr);
     ~MainWindow() override;
 
-public:                                            // state
-    QList<LoadLogic::ProjectState> projects;       ///< one snapshot for each tab, in tab order
+public: // state
+    /// One snapshot for each tab, in tab order.
+    QList<LoadLogic::ProjectState> projects;
     int currentProjectIndex = 0;                   ///< the tab whose project is in the engine
     std::deque<LoadLogic::ProjectState> undoStack; ///< newest at the back, shared by all tabs
     int selectedLoadId = -1;                       ///< -1 for none

@@ -19,7 +19,7 @@ private slots:
     void icon_isInTheProgram();
     void palette_isDarkInEveryGroup_data();
     void palette_isDarkInEveryGroup();
-    void styleSheet_isToTheLetter();
+    void styleSheet_isThatOfTheDarkDesk();
     void numbers_speakWithThePointEverywhere();
 };
 
@@ -73,7 +73,7 @@ void TestAppearance::palette_isDarkInEveryGroup()
         QCOMPARE(palette.color(group, role), colour);
 }
 
-void TestAppearance::styleSheet_isToTheLetter()
+void TestAppearance::styleSheet_isThatOfTheDarkDesk()
 {
     const QString expected =
         u"QMainWindow, QWidget { background-color: #121212; color: white; font-family: 'SF Pro Display, "

@@ -138,7 +138,7 @@ class TestProjectFile : public QObject
 
 private slots:
     void loads_keepTheirOwnValues();
-    void emptyProject_isWrittenToTheLetter();
+    void emptyProject_isWrittenWithEveryMember();
     void members_areThoseOfTheFormat();
     void weightOfTheTruss_isWidenedExactly();
     void notFinite_isWrittenAsNull();
@@ -174,7 +174,7 @@ private slots:
     void write_intoAMissingFolder_fails();
 };
 
-void TestProjectFile::emptyProject_isWrittenToTheLetter()
+void TestProjectFile::emptyProject_isWrittenWithEveryMember()
 {
     // Keys ascend, four blanks a level, one member a line, a line feed at the end.
     const QByteArray expected = R"({

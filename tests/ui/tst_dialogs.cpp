@@ -58,7 +58,7 @@ private slots:
 
     void factor_isLaidOut();
     void factor_explanationIsExact();
-    void factor_tableIsAsTold();
+    void factor_table_listsEachMotor();
     void factor_rowOfAMotor();
     void factor_atCapacity_isWithin();
     void factor_aboveCapacity_exceeds();
@@ -133,7 +133,7 @@ void TestDialogs::factor_explanationIsExact()
         "background: rgba(255,175,0,0.08);"_s);
 }
 
-void TestDialogs::factor_tableIsAsTold()
+void TestDialogs::factor_table_listsEachMotor()
 {
     const FactorDialog f;
     const QStringList expected{

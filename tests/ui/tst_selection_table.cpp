@@ -310,7 +310,7 @@ void TestSelectionTable::action_whileRestoring_isGuarded_data()
         "position", [](Support::Bench& b) { b.window.onPositionChanged(-1); }, false);
     row(
         "tab", [](Support::Bench& b) { b.window.onTabChanged(1); }, false);
-    // No guard is told for these; only their undo step is kept out, by the push itself.
+    // These have no guard of their own; only their undo step is kept out, by the push itself.
     row(
         "add motor", [](Support::Bench& b) { b.window.onAddMotorClicked(); }, true);
     row(

@@ -79,18 +79,18 @@ private slots:
     void panelsAndWarning_areHiddenAtStart();
     void screenWeight_isShownAtStart();
     void stress_isCalculatedAtStart();
-    void headerButtons_lookAsTold_data();
-    void headerButtons_lookAsTold();
+    void headerButtons_haveTheirSheetsAndSizes_data();
+    void headerButtons_haveTheirSheetsAndSizes();
     void header_standsInOrder();
     void tabBar_isSetUp();
-    void addTabButton_looksAsTold();
+    void addTabButton_hasItsSheetAndSize();
     void rows_haveTheirMargins();
     void canvasColumn_holdsWarningCanvasAndReport();
     void controlColumn_holdsPanelsAndGroupsInOrder();
-    void panels_lookAsTold();
-    void deleteButtons_lookAsTold_data();
-    void deleteButtons_lookAsTold();
-    void controlsGroup_looksAsTold();
+    void panels_haveTheirFramesAndTitles();
+    void deleteButtons_haveTheirSheets_data();
+    void deleteButtons_haveTheirSheets();
+    void controlsGroup_hasItsFieldsAndSheets();
     void screenGroup_standsInItsGrid();
     void blink_invertsEvery500ms();
     void undoKeys_haveWindowContext();
@@ -332,7 +332,7 @@ void TestStartup::stress_isCalculatedAtStart()
     QCOMPARE(m_bench->stressBar()->value(), 3);
 }
 
-void TestStartup::headerButtons_lookAsTold_data()
+void TestStartup::headerButtons_haveTheirSheetsAndSizes_data()
 {
     QTest::addColumn<int>("width");
     QTest::addColumn<QString>("accent");
@@ -352,7 +352,7 @@ void TestStartup::headerButtons_lookAsTold_data()
     row(u"⚡ FACTOR DINÁMICO"_s, 160, u"#00BFFF"_s, blue, u"black"_s);
 }
 
-void TestStartup::headerButtons_lookAsTold()
+void TestStartup::headerButtons_haveTheirSheetsAndSizes()
 {
     QFETCH(int, width);
     QFETCH(QString, accent);
@@ -417,7 +417,7 @@ void TestStartup::tabBar_isSetUp()
              "QTabBar::tab:hover{background:#3a3a3a;}"_s);
 }
 
-void TestStartup::addTabButton_looksAsTold()
+void TestStartup::addTabButton_hasItsSheetAndSize()
 {
     const QPushButton* add = m_bench->button(u"+"_s);
     QCOMPARE(add->minimumSize(), QSize(30, 30));
@@ -490,7 +490,7 @@ void TestStartup::controlColumn_holdsPanelsAndGroupsInOrder()
     QCOMPARE(packed(area->styleSheet()), u"background:transparent;"_s);
 }
 
-void TestStartup::panels_lookAsTold()
+void TestStartup::panels_haveTheirFramesAndTitles()
 {
     const auto check = [](QWidget* panel, const QString& accent, const QString& title) {
         auto* box = qobject_cast<QGroupBox*>(panel);
@@ -511,14 +511,14 @@ void TestStartup::panels_lookAsTold()
     check(m_bench->loadPanel(), u"#00BFFF"_s, u"Propiedades Carga"_s);
 }
 
-void TestStartup::deleteButtons_lookAsTold_data()
+void TestStartup::deleteButtons_haveTheirSheets_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("motor") << u"Eliminar Motor"_s;
     QTest::newRow("load") << u"Eliminar Carga"_s;
 }
 
-void TestStartup::deleteButtons_lookAsTold()
+void TestStartup::deleteButtons_haveTheirSheets()
 {
     QFETCH(QString, text);
     const QPushButton* button = m_bench->button(text);
@@ -530,7 +530,7 @@ void TestStartup::deleteButtons_lookAsTold()
              "font-size:10px;font-weight:bold;}QPushButton:hover{background:#FF5050;color:white;}"_s);
 }
 
-void TestStartup::controlsGroup_looksAsTold()
+void TestStartup::controlsGroup_hasItsFieldsAndSheets()
 {
     QCOMPARE(m_bench->field("newLoadName")->placeholderText(), u"Nombre..."_s);
     const QLabel* label = m_bench->label("stressLabel");

@@ -82,7 +82,7 @@ private slots:
     void close_rightOfTheCurrent();
     void close_byItsButton();
     void moved_tabsDoNotReorderTheProjects();
-    void rename_dialogIsAsTold();
+    void rename_dialogAsksForTheName();
     void rename_takesTheTextAsTyped_data();
     void rename_takesTheTextAsTyped();
     void rename_emptyOrCancelled_changesNothing();
@@ -378,7 +378,7 @@ void TestTabs::moved_tabsDoNotReorderTheProjects()
     QCOMPARE(m_bench->window.captureCurrentState().tabName, u"Proyecto 3"_s);
 }
 
-void TestTabs::rename_dialogIsAsTold()
+void TestTabs::rename_dialogAsksForTheName()
 {
     const RenameAnswer answer(u"Gira"_s);
     m_bench->window.onRenameTab(0);
