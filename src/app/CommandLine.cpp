@@ -1,9 +1,59 @@
 #include "app/CommandLine.h"
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace
 {
+
+/// An option that stands for itself.
+struct Flag
+{
+    QLatin1StringView name;
+    bool CommandLine::*given;
+};
+
+constexpr std::array FLAGS{
+    Flag{QLatin1StringView("--help"), &CommandLine::help},
+    Flag{QLatin1StringView("-h"), &CommandLine::help},
+    Flag{QLatin1StringView("--version"), &CommandLine::version},
+    Flag{QLatin1StringView("-v"), &CommandLine::version},
+    Flag{QLatin1StringView("--resumen"), &CommandLine::summary},
+    Flag{QLatin1StringView("--json"), &CommandLine::asJson},
+    Flag{QLatin1StringView("--informe"), &CommandLine::report},
+};
+
+/// An option with a value: "--salida CARPETA" or "--salida=CARPETA".
+struct ValueOption
+{
+    QLatin1StringView name;
+    QLatin1StringView missing; ///< what is told where the value is empty
+    void (*take)(CommandLine& line, const QString& value);
+};
+
+void takeFolder(CommandLine& line, const QString& folder)
+{
+    line.reportFolder = folder;
+}
+
+constexpr std::array VALUE_OPTIONS{
+    ValueOption{QLatin1StringView("--salida"), QLatin1StringView("Falta la carpeta de --salida"), takeFolder},
+};
+
+/// Options that make no sense together, or without files; empty when all is well.
+QString contradiction(const CommandLine& line)
+{
+    if (line.help || line.version)
+        return {};
+    if (line.asJson && (!line.summary || line.report))
+        return u"--json solo acompaña a --resumen"_s;
+    if (!line.reportFolder.isEmpty() && !line.report)
+        return u"--salida solo acompaña a --informe"_s;
+    if (line.isBatch() && line.files.isEmpty())
+        return u"Falta al menos un archivo de proyecto"_s;
+    return {};
+}
 
 /// Goes through the arguments one by one.
 class Reader
@@ -20,7 +70,7 @@ public: // commands
         while (m_next < m_arguments.size() && m_result.error.isEmpty())
             readArgument(m_arguments.at(m_next++));
         if (m_result.error.isEmpty())
-            m_result.error = contradiction();
+            m_result.error = contradiction(m_result);
         return m_result;
     }
 
@@ -32,69 +82,52 @@ private: // helpers
             m_result.files.append(argument);
         else if (argument == "--"_L1)
             m_onlyFiles = true;
-        else if (!readFlag(argument) && !readFolder(argument))
+        else if (!readFlag(argument) && !readValueOption(argument))
             m_result.error = u"Opción desconocida: "_s + argument;
     }
 
     bool readFlag(const QString& argument)
     {
-        bool* flag = flagOf(argument);
-        if (flag != nullptr)
-            *flag = true;
-        return flag != nullptr;
+        for (const Flag& flag : FLAGS) {
+            if (argument == flag.name) {
+                m_result.*flag.given = true;
+                return true;
+            }
+        }
+        return false;
     }
 
-    bool* flagOf(const QString& argument)
+    bool readValueOption(const QString& argument)
     {
-        if (argument == "--help"_L1 || argument == "-h"_L1)
-            return &m_result.help;
-        if (argument == "--version"_L1 || argument == "-v"_L1)
-            return &m_result.version;
-        if (argument == "--resumen"_L1)
-            return &m_result.summary;
-        if (argument == "--json"_L1)
-            return &m_result.asJson;
-        if (argument == "--informe"_L1)
-            return &m_result.report;
-        return nullptr;
+        const QString name = argument.section(u'=', 0, 0);
+        for (const ValueOption& option : VALUE_OPTIONS) {
+            if (name == option.name) {
+                const bool isInside = argument.size() > name.size();
+                readValue(option, isInside ? argument.mid(name.size() + 1) : nextArgument());
+                return true;
+            }
+        }
+        return false;
     }
 
-    bool readFolder(const QString& argument)
+    void readValue(const ValueOption& option, const QString& value)
     {
-        constexpr QLatin1StringView OPTION("--salida");
-        constexpr QLatin1StringView OPTION_WITH_VALUE("--salida=");
-        if (argument == OPTION)
-            m_result.reportFolder = m_next < m_arguments.size() ? m_arguments.at(m_next++) : QString();
-        else if (argument.startsWith(OPTION_WITH_VALUE))
-            m_result.reportFolder = argument.mid(OPTION_WITH_VALUE.size());
+        if (value.isEmpty())
+            m_result.error = option.missing;
         else
-            return false;
-
-        m_folderGiven = true;
-        if (m_result.reportFolder.isEmpty())
-            m_result.error = u"Falta la carpeta de --salida"_s;
-        return true;
+            option.take(m_result, value);
     }
 
-    /// Options that make no sense together, or without files; empty when all is well.
-    [[nodiscard]] QString contradiction() const
+    /// Empty where there is none.
+    QString nextArgument()
     {
-        if (m_result.help || m_result.version)
-            return {};
-        if (m_result.asJson && (!m_result.summary || m_result.report))
-            return u"--json solo acompaña a --resumen"_s;
-        if (m_folderGiven && !m_result.report)
-            return u"--salida solo acompaña a --informe"_s;
-        if (m_result.isBatch() && m_result.files.isEmpty())
-            return u"Falta al menos un archivo de proyecto"_s;
-        return {};
+        return m_next < m_arguments.size() ? m_arguments.at(m_next++) : QString();
     }
 
 private: // data
     const QStringList& m_arguments;
     qsizetype m_next = 0;
     bool m_onlyFiles = false;
-    bool m_folderGiven = false;
     CommandLine m_result;
 };
 
