@@ -31,6 +31,7 @@ Figures::MotorFigures motorFigures(const Motor& motor, float trussLength)
     Figures::MotorFigures figures;
     figures.title = Project::motorTitle(motor);
     figures.position = Project::formatCoordinate(motor.positionX, trussLength);
+    figures.fromCentre = motor.positionX - trussLength * 0.5F;
     figures.capacity = motor.capacity;
     figures.selfWeight = motor.selfWeight;
     figures.atPoint = motor.staticLoad;
@@ -70,8 +71,10 @@ Figures::LoadFigures loadFigures(const ActiveLoad& load, const ArraysByGroup& ar
     Figures::LoadFigures figures;
     figures.title = load.name.isEmpty() ? u"Carga "_s + QString::number(load.id) : load.name;
     figures.position = Project::formatCoordinate(load.positionX, trussLength);
+    figures.fromCentre = load.positionX - trussLength * 0.5F;
     figures.mass = load.mass;
     figures.isSegment = belongsToArray(load);
+    figures.group = load.groupId;
     const auto array = arrays.find(load.groupId);
     figures.arrayNumber = array == arrays.cend() ? 0 : array->second.number;
     return figures;

@@ -16,6 +16,7 @@ struct Figures
     {
         QString title;
         QString position;         ///< relative to the centre, as the user reads it
+        float fromCentre = 0.0F;  ///< the same as a number [m]
         float capacity = 0.0F;    ///< [kg]
         float selfWeight = 0.0F;  ///< of the motor [kg]
         float atPoint = 0.0F;     ///< what hangs on it [kg]
@@ -38,11 +39,13 @@ struct Figures
 
     struct LoadFigures
     {
-        QString title;          ///< the name, or "Carga " and the id when it is empty
-        QString position;       ///< relative to the centre, as the user reads it
-        float mass = 0.0F;      ///< [kg]
-        bool isSegment = false; ///< belongs to an array
-        int arrayNumber = 0;    ///< 0 for an array without a number: its segments are untyped
+        QString title;           ///< the name, or "Carga " and the id when it is empty
+        QString position;        ///< relative to the centre, as the user reads it
+        float fromCentre = 0.0F; ///< the same as a number [m]
+        float mass = 0.0F;       ///< [kg]
+        bool isSegment = false;  ///< belongs to an array
+        int group = -1;          ///< the array's in the project, below 0 for none
+        int arrayNumber = 0;     ///< 0 for an array without a number: its segments are untyped
     };
 
 public: // what was calculated

@@ -222,8 +222,9 @@ QStringList nonEmpty(const QString& text)
 
 } // namespace
 
-QStringList SecondOpinionText::sentences(const Opinion& opinion)
+QStringList SecondOpinionText::sentences(const Opinion& asGiven)
 {
+    const Opinion opinion = withDistinctTitles(asGiven);
     const auto oneSlack = [&opinion](const MotorOpinion& told) { return oneSlackText(opinion, told); };
     QStringList texts = nonEmpty(stateText(opinion));
     texts += forEachMotor(opinion, levelText);
@@ -238,8 +239,9 @@ QStringList SecondOpinionText::sentences(const Opinion& opinion)
     return texts + forEachMotor(opinion, levellingText);
 }
 
-QStringList SecondOpinionText::contradictions(const Opinion& opinion)
+QStringList SecondOpinionText::contradictions(const Opinion& asGiven)
 {
+    const Opinion opinion = withDistinctTitles(asGiven);
     const bool isTold = opinion.state == State::Level || opinion.state == State::OneMotor;
     const auto exceeds = [](const MotorOpinion& told) {
         return told.leverVerdict == Verdict::Fits ? levelText(told) : QString();

@@ -2,6 +2,8 @@
 
 #include "engine/Numbers.h"
 
+#include <QHash>
+
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -60,10 +62,23 @@ QList<QStringList> SecondOpinionText::rows(const Opinion& opinion)
     return rows;
 }
 
-QString SecondOpinionText::truss(const Opinion& opinion)
+Opinion SecondOpinionText::withDistinctTitles(Opinion opinion)
 {
-    if (!opinion.level)
+    QHash<QString, int> counts;
+    for (const MotorOpinion& told : opinion.motors)
+        ++counts[told.motor.title];
+    for (MotorOpinion& told : opinion.motors) {
+        if (counts.value(told.motor.title) > 1)
+            told.motor.title += u" ("_s + position(told.motor.position, opinion.length) + u')';
+    }
+    return opinion;
+}
+
+QString SecondOpinionText::truss(const Opinion& asGiven)
+{
+    if (!asGiven.level)
         return {};
+    const Opinion opinion = withDistinctTitles(asGiven);
     const auto bending = [&opinion](const BeamDiagram::Extremes& extremes) {
         const std::optional<double> percent = opinion.percent(extremes.moment());
         return u"momento de %1 a %2 kg·m%3, cortante de %4 kg"_s.arg(

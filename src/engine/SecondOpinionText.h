@@ -23,6 +23,10 @@ QStringList columns();
 /// The table: a row of seven texts for each motor, in the order of the list.
 QList<QStringList> rows(const SecondOpinion::Opinion& opinion);
 
+/// `opinion` with titles that tell its motors apart: where several share one, their positions follow it,
+/// as in "Motor (-6.00m)". The texts below name motors so.
+SecondOpinion::Opinion withDistinctTitles(SecondOpinion::Opinion opinion);
+
 /// The truss at level and in the worst case of one slack motor; empty where there is nothing to tell.
 QString truss(const SecondOpinion::Opinion& opinion);
 

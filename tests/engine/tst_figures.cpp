@@ -315,6 +315,9 @@ void FiguresTest::positions_areRelativeToTheProjectsOwnCentre()
     QCOMPARE(figures.motors.at(0).position, u"-3.00m"_s);
     QCOMPARE(figures.motors.at(1).position, u"+3.00m"_s);
     QCOMPARE(figures.loads.at(0).position, u"0.00m"_s);
+    QCOMPARE(figures.motors.at(0).fromCentre, -3.0F);
+    QCOMPARE(figures.motors.at(1).fromCentre, 3.0F);
+    QCOMPARE(figures.loads.at(0).fromCentre, 0.0F);
 }
 
 void FiguresTest::figuresOfNothing_areZero()

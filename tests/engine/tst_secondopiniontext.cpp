@@ -71,6 +71,7 @@ private slots:
     void levelling_isTold();
     void contradictions_areTheUnsafeSentencesAlone();
     void names_standAsTheyWereTyped();
+    void motorsOfOneName_areToldApart();
     void keys_areThoseOfTheDocument();
     void smallPrint_isThere();
 };
@@ -380,6 +381,33 @@ void SecondOpinionTextTest::names_standAsTheyWereTyped()
     Layout edge = Shows::show(12.0, 0.0, {0.0, 7.0}, {{7.0, 200.0}});
     edge.motors[1].title = u"%1"_s;
     QVERIFY(sentencesOf(edge).first().contains(u"está en %1,"_s));
+}
+
+void SecondOpinionTextTest::motorsOfOneName_areToldApart()
+{
+    Layout layout = middle();
+    layout.motors[0].title = u"Motor"_s;
+    layout.motors[2].title = u"Motor"_s;
+    layout.motors[1].capacity = 670.0;
+    const SecondOpinion::Opinion opinion = SecondOpinion::of(layout);
+    const QStringList told = SecondOpinionText::sentences(opinion);
+    QVERIFY(told.contains(u"Bien nivelado, B lleva 675.0 kg (palanca: 0.0): EXCESO ESTÁTICO."_s));
+    QVERIFY2(told.contains(u"Si se afloja Motor (-6.00m), B llega a 720.0 kg, más que sus 670, y el truss al "
+                           "3.8 % de su momento."_s),
+             qPrintable(told.join(u'\n')));
+    QCOMPARE(SecondOpinionText::rows(opinion)[0][0], u"Motor"_s); // beside its position
+
+    for (SecondOpinion::Motor* motor : {&layout.motors[0], &layout.motors[2]}) {
+        motor->capacity = 10.0;
+        motor->selfWeight = 0.0;
+    }
+    const SecondOpinion::Opinion twice = SecondOpinion::of(layout);
+    const QStringList contradictions = SecondOpinionText::contradictions(twice);
+    QCOMPARE(contradictions.size(), 3);
+    QVERIFY(contradictions[0].startsWith(u"Bien nivelado, Motor (-6.00m) lleva 22.5 kg"_s));
+    QVERIFY(contradictions[2].startsWith(u"Bien nivelado, Motor (+6.00m) lleva 22.5 kg"_s));
+    layout.motors[1].title = u"Motor"_s;
+    QVERIFY(SecondOpinionText::truss(SecondOpinion::of(layout)).contains(u"con Motor (0.00m) flojo: "_s));
 }
 
 void SecondOpinionTextTest::keys_areThoseOfTheDocument()
