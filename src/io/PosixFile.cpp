@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -63,6 +64,11 @@ bool isRegular(const std::optional<struct stat>& status)
     return status && S_ISREG(status->st_mode);
 }
 
+bool isRegularOrPipe(const std::optional<struct stat>& status)
+{
+    return isRegular(status) || (status && S_ISFIFO(status->st_mode));
+}
+
 /// Looks twice: before, because opening some devices does something, and after, because what was
 /// looked at may have been replaced by a pipe, whose opening waits if it is not told not to.
 int openExisting(const Path& path, Posix::ExistingFile::Use use)
@@ -74,6 +80,21 @@ int openExisting(const Path& path, Posix::ExistingFile::Use use)
     const int flags = use == Posix::ExistingFile::Use::Read ? O_RDONLY : O_RDWR | O_NOFOLLOW;
     const int descriptor = uninterrupted([&] { return open(path.c_str(), flags | usual); });
     if (isRegular(statusOf(descriptor)))
+        return descriptor;
+    close(descriptor); // if it was opened
+    return -1;
+}
+
+/// Looks twice, as `openExisting` does. Opening a pipe does not wait for those who write into it.
+int openInflow(const Path& path)
+{
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (!std::filesystem::is_regular_file(status) && !std::filesystem::is_fifo(status))
+        return -1;
+    const int descriptor =
+        uninterrupted([&] { return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
+    if (isRegularOrPipe(statusOf(descriptor)))
         return descriptor;
     close(descriptor); // if it was opened
     return -1;
@@ -160,8 +181,9 @@ bool Posix::syncFolder(const Path& folder)
 namespace Posix
 {
 
-OpenFile::OpenFile(int descriptor)
+OpenFile::OpenFile(int descriptor, std::optional<int> patience)
     : m_descriptor(descriptor)
+    , m_patience(patience)
 {
 }
 
@@ -177,6 +199,8 @@ std::optional<QByteArray> OpenFile::read(qint64 most)
     std::array<char, CHUNK> chunk{};
     for (;;) {
         const std::size_t room = std::min(chunk.size(), static_cast<std::size_t>(most - bytes.size()));
+        if (room > 0 && !hasMore())
+            return std::nullopt;
         const ssize_t got = uninterrupted([&] { return ::read(m_descriptor, chunk.data(), room); });
         if (got == -1)
             return std::nullopt;
@@ -242,8 +266,22 @@ bool OpenFile::append(const char* bytes, qint64 size)
     return true;
 }
 
+/// Also true at the end, where reading tells so. For no descriptor, poll() would wait all the same.
+bool OpenFile::hasMore() const
+{
+    if (!m_patience || !isOpen())
+        return isOpen();
+    pollfd waiting{m_descriptor, POLLIN, 0};
+    return uninterrupted([&] { return poll(&waiting, 1, *m_patience); }) == 1;
+}
+
 ExistingFile::ExistingFile(const Path& path, Use use)
     : OpenFile(openExisting(path, use))
+{
+}
+
+Inflow::Inflow(const Path& path, int patience)
+    : OpenFile(openInflow(path), patience)
 {
 }
 

@@ -70,7 +70,7 @@ public: // commands; each returns whether all of it was done, false when the fil
     [[nodiscard]] bool finish();
 
 protected:
-    explicit OpenFile(int descriptor);
+    explicit OpenFile(int descriptor, std::optional<int> patience = {});
     [[nodiscard]] int descriptor() const
     {
         return m_descriptor;
@@ -78,9 +78,11 @@ protected:
 
 private:
     [[nodiscard]] bool append(const char* bytes, qint64 size);
+    [[nodiscard]] bool hasMore() const;
 
     static constexpr int NONE = -1; ///< as the system's calls return it
     int m_descriptor;
+    std::optional<int> m_patience; ///< how long to wait for what is to be read [ms]; nothing: no need to
 };
 
 /// A regular file that is there. Neither a pipe nor a link is opened, nor does looking at one wait.
@@ -95,6 +97,14 @@ public:
 
     /// Opens the file at `path`.
     ExistingFile(const Path& path, Use use);
+};
+
+/// A regular file or a pipe, to be read once. Reading waits for those who write into the pipe, and fails
+/// when nothing comes for `patience` [ms].
+class Inflow : public OpenFile
+{
+public:
+    Inflow(const Path& path, int patience);
 };
 
 /// A new file that is removed with the object, unless it was moved to where it belongs or is to be

@@ -133,6 +133,19 @@ void readLists(const QJsonObject& object, ProjectState& project)
         project.loads.append(readLoad(load.toObject()));
 }
 
+/// What those `bytes` hold that could be read.
+ProjectFile::Content contentOf(const std::optional<QByteArray>& bytes, const Truss& fallback)
+{
+    using Failure = ProjectFile::Failure;
+    if (!bytes)
+        return {Failure::Unreadable, {}};
+
+    std::optional<ProjectState> project = ProjectFile::fromBytes(*bytes, fallback);
+    if (!project)
+        return {Failure::NotAProject, {}};
+    return {Failure::None, *std::move(project)};
+}
+
 } // namespace
 
 QByteArray ProjectFile::toBytes(const ProjectState& project)
@@ -176,14 +189,12 @@ std::optional<ProjectState> ProjectFile::fromBytes(const QByteArray& bytes, cons
 
 ProjectFile::Content ProjectFile::read(const QString& path, const Truss& fallback)
 {
-    const std::optional<QByteArray> bytes = SafeFile::read(path, LARGEST_DOCUMENT);
-    if (!bytes)
-        return {Failure::Unreadable, {}};
+    return contentOf(SafeFile::read(path, LARGEST_DOCUMENT), fallback);
+}
 
-    std::optional<ProjectState> project = fromBytes(*bytes, fallback);
-    if (!project)
-        return {Failure::NotAProject, {}};
-    return {Failure::None, *std::move(project)};
+ProjectFile::Content ProjectFile::readOnce(const QString& path, int patience)
+{
+    return contentOf(SafeFile::readOnce(path, LARGEST_DOCUMENT, patience), {});
 }
 
 bool ProjectFile::write(const QString& path, const ProjectState& project)

@@ -38,6 +38,10 @@ std::optional<ProjectState> fromBytes(const QByteArray& bytes, const Truss& fall
 /// Reads the file at `path` as `fromBytes` does. Nothing in the file or of its kind makes this crash or wait.
 Content read(const QString& path, const Truss& fallback = {});
 
+/// As `read`, but `path` may also be a pipe, whose content this takes. Waits for as long as somebody goes
+/// on writing, and at most `patience` [ms] for the next byte.
+Content readOnce(const QString& path, int patience = 30'000);
+
 /// Writes the file at `path`, all of it or nothing. Returns whether it is on the disk.
 bool write(const QString& path, const ProjectState& project);
 

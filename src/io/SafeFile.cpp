@@ -92,6 +92,12 @@ std::optional<QByteArray> SafeFile::read(const QString& path, qint64 most)
     return file.read(most);
 }
 
+std::optional<QByteArray> SafeFile::readOnce(const QString& path, qint64 most, int patience)
+{
+    Posix::Inflow inflow(Posix::nativePath(path), patience);
+    return inflow.read(most);
+}
+
 bool SafeFile::save(const QString& path, const QByteArray& bytes, const QString& copies)
 {
     const std::optional<Path> target = Posix::followLinks(Posix::nativePath(path));

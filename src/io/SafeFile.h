@@ -16,6 +16,11 @@ namespace SafeFile
 /// device could go on for ever.
 std::optional<QByteArray> read(const QString& path, qint64 most);
 
+/// As `read`, but of a pipe too, whose content this takes. Waits for as long as somebody goes on writing
+/// into it, and at most `patience` [ms] for the next byte; nothing when that is over. Devices, terminals
+/// among them, are not read.
+std::optional<QByteArray> readOnce(const QString& path, qint64 most, int patience);
+
 /// Puts `bytes` into the user's file at `path`; symbolic links are followed. Owner, group, permissions,
 /// access control lists, extended attributes and further names of an existing file stay. Returns true
 /// only when all of it is on the disk.

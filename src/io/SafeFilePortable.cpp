@@ -50,6 +50,12 @@ std::optional<QByteArray> SafeFile::read(const QString& path, qint64 most)
     return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
 }
 
+// Nothing is known of pipes here.
+std::optional<QByteArray> SafeFile::readOnce(const QString& path, qint64 most, int /*patience*/)
+{
+    return read(path, most);
+}
+
 bool SafeFile::save(const QString& path, const QByteArray& bytes, const QString& /*copies*/)
 {
     QSaveFile file(path);
