@@ -1,9 +1,13 @@
 #include "engine/Figures.h"
+#include "engine/ProjectOpinion.h"
+#include "engine/Statics.h"
 #include "io/ProjectFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTest>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -22,13 +26,26 @@ Figures figuresOf(const QString& name)
     return Figures::of(content.project);
 }
 
+SecondOpinion::Opinion opinionOf(const QString& name)
+{
+    return ProjectOpinion::of(Statics::solved(ProjectFile::read(FOLDER + name).project));
+}
+
 /// Equal within what single precision leaves of figures of some hundred kilograms.
 bool isClose(float actual, double expected)
 {
     return qAbs(static_cast<double>(actual) - expected) <= 1e-5 * qMax(1.0, qAbs(expected));
 }
 
+bool isClose(const std::optional<double>& actual, double expected)
+{
+    return actual && qAbs(*actual - expected) <= 1e-5 * qMax(1.0, qAbs(expected));
+}
+
 } // namespace
+
+#define COMPARE_TOLD(actual, expected)                                                                       \
+    QVERIFY2(isClose(actual, expected), qPrintable(QString::number((actual).value_or(-1.0), 'g', 9)))
 
 #define COMPARE_FIGURE(actual, expected)                                                                     \
     QVERIFY2(isClose(actual, expected), qPrintable(QString::number(static_cast<double>(actual), 'g', 9)))
@@ -45,6 +62,11 @@ private slots:
     void pantalla_figures();
     void pasarela_figures();
     void voladizo_figures();
+    void vuelca_figures();
+    void vuelca_tips();
+    void galeria_figures();
+    void galeria_atLevel();
+    void galeria_ranges();
 };
 
 void TestExamples::everyExample_isSavedAsItWasOpened_data()
@@ -142,6 +164,82 @@ void TestExamples::voladizo_figures()
     QVERIFY(project.isUnstable); // 5 m of overhang on 10 m of truss
     QCOMPARE(project.stress, 0.0F);
     QVERIFY(!project.fits());
+}
+
+void TestExamples::vuelca_figures()
+{
+    const Figures project = figuresOf(u"vuelca.rig"_s);
+    QCOMPARE(project.motors.size(), 2);
+    // Half of the span of 7 m each; to the right one its overhang of 5 m and what hangs at its end.
+    COMPARE_FIGURE(project.motors.at(0).atPoint, 3.5 * 8.4);
+    COMPARE_FIGURE(project.motors.at(1).atPoint, 3.5 * 8.4 + 5.0 * 8.4 + 200.0);
+    COMPARE_FIGURE(project.motors.at(1).dynamicLoad, (271.4 + 50.0) * 1.25);
+    COMPARE_FIGURE(project.stress, (200.0 * 5.0 + 8.4 * 12.5) / 2400.0 * 100.0);
+    QVERIFY(!project.isUnstable); // 5 m of 12 are 41.7 %
+    QVERIFY(project.fits());
+}
+
+void TestExamples::vuelca_tips()
+{
+    const SecondOpinion::Opinion opinion = opinionOf(u"vuelca.rig"_s);
+    QVERIFY(opinion.state == SecondOpinion::State::Tips);
+    // 100.8 kg of truss at 6 m, 200 kg at 12 m.
+    const double weight = 12.0 * 8.4 + 200.0;
+    const double centre = (100.8 * 6.0 + 200.0 * 12.0) / weight;
+    COMPARE_TOLD(opinion.weight, weight);
+    COMPARE_TOLD(opinion.centre, centre); // 9.989
+    COMPARE_TOLD(opinion.tippingMargin, 7.0 - centre);
+    QVERIFY(opinion.contradicts());
+}
+
+void TestExamples::galeria_figures()
+{
+    const Figures project = figuresOf(u"galeria.rig"_s);
+    QCOMPARE(project.motors.size(), 5);
+    // Half of each neighbouring span: 2.5 m of truss and half a light.
+    const double half = 2.5 * 11.2 + 140.0;
+    for (qsizetype i = 0; i < 5; ++i) {
+        const bool isOuter = i == 0 || i == 4;
+        COMPARE_FIGURE(project.motors.at(i).atPoint, isOuter ? half : 2.0 * half);
+        QCOMPARE(project.motors.at(i).verdict, Verdict::Fits);
+    }
+    COMPARE_FIGURE(project.motors.at(1).dynamicLoad, (336.0 + 35.0) * 1.25);
+    COMPARE_FIGURE(project.stress, (280.0 * 5.0 / 4.0 + 11.2 * 25.0 / 8.0) / 5000.0 * 100.0);
+    QVERIFY(project.fits());
+}
+
+void TestExamples::galeria_atLevel()
+{
+    const SecondOpinion::Opinion opinion = opinionOf(u"galeria.rig"_s);
+    QVERIFY(opinion.state == SecondOpinion::State::Level);
+    const double span = 11.2 * 5.0;
+    const double outer = span * 11.0 / 28.0 + 280.0 * 19.0 / 56.0;
+    const double second = span * 32.0 / 28.0 + 280.0 * 17.0 / 14.0;
+    const double middle = span * 26.0 / 28.0 + 280.0 * 25.0 / 28.0;
+    const QList<double> level{outer, second, middle, second, outer}; // 117, 404, 302, 404, 117
+    for (std::size_t i = 0; i < 5; ++i)
+        COMPARE_TOLD(opinion.motors[i].level, level.at(static_cast<qsizetype>(i)));
+    QVERIFY(opinion.motors[0].levelVerdict == Verdict::Fits);
+    QVERIFY(opinion.motors[1].levelVerdict == Verdict::DynamicOverload); // (404 + 35) · 1.25 = 548.75
+    QVERIFY(opinion.motors[2].levelVerdict == Verdict::Fits);
+    QVERIFY(opinion.contradicts());
+    // 3/28·w·s² over the second motor, 9/56·P·s of the lights.
+    COMPARE_TOLD(std::optional(-opinion.level->extremes.smallestMoment),
+                 3.0 / 28.0 * 11.2 * 25.0 + 9.0 / 56.0 * 280.0 * 5.0);
+}
+
+void TestExamples::galeria_ranges()
+{
+    const SecondOpinion::Opinion opinion = opinionOf(u"galeria.rig"_s);
+    // All 1344 kg act in the middle: from there to the furthest motor 10 m, to each of these 10, 5, 0.
+    COMPARE_TOLD(opinion.motors[0].most, 1344.0 * 10.0 / 20.0);
+    COMPARE_TOLD(opinion.motors[1].most, 1344.0 * 10.0 / 15.0);
+    COMPARE_TOLD(opinion.motors[2].most, 1344.0);
+    for (const SecondOpinion::MotorOpinion& told : opinion.motors) {
+        COMPARE_TOLD(told.least, 0.0);
+        QVERIFY(told.isIndispensable == false);
+    }
+    QVERIFY(!opinion.fitsAnyLevelling());
 }
 
 QTEST_GUILESS_MAIN(TestExamples)
