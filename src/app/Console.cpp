@@ -82,6 +82,13 @@ QString Console::harmless(const QString& text)
     return result;
 }
 
+QString Console::shortened(const QString& name)
+{
+    constexpr qsizetype LONGEST = 40;
+    const QString start = harmless(name.left(LONGEST + 1));
+    return start.size() <= LONGEST ? start : start.left(LONGEST - 1) + u'…';
+}
+
 int Console::displayWidth(const QString& text)
 {
     int width = 0;

@@ -16,6 +16,9 @@ void complain(const QString& text);
 /// neither break a table nor command the terminal.
 QString harmless(const QString& text);
 
+/// A harmless `name` of at most 40 characters: a longer one would push the figures off the terminal.
+QString shortened(const QString& name);
+
 /// Columns that `text` takes on a terminal: 2 for wide letters and emoji, 0 for combining marks.
 int displayWidth(const QString& text);
 

@@ -1,12 +1,11 @@
 #include "app/Summary.h"
 
 #include "app/Console.h"
+#include "app/JsonNumber.h"
 #include "app/TextTable.h"
 #include "engine/Numbers.h"
 
 #include <QJsonArray>
-
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -15,20 +14,9 @@ namespace
 
 const QString INDENT = u"  "_s;
 
-/// A longer name would push the figures off the terminal [characters].
-constexpr qsizetype LONGEST_TITLE = 40;
-
 QString decimal(float value)
 {
     return Numbers::fixed(value, 1);
-}
-
-QString shortTitle(const QString& title)
-{
-    QString harmless = Console::harmless(title);
-    if (harmless.size() <= LONGEST_TITLE)
-        return harmless;
-    return harmless.left(LONGEST_TITLE - 1) + u'…';
 }
 
 QString truss(const Figures& project)
@@ -46,8 +34,9 @@ QString motors(const Figures& project)
     table.add({u"Motor"_s, u"Posición"_s, u"En punto (kg)"_s, u"Estática (kg)"_s, u"Dinámica (kg)"_s,
                u"Capacidad (kg)"_s, u"Veredicto"_s});
     for (const Figures::MotorFigures& motor : project.motors) {
-        table.add({shortTitle(motor.title), motor.position, decimal(motor.atPoint), decimal(motor.staticLoad),
-                   decimal(motor.dynamicLoad), decimal(motor.capacity), Figures::verdictText(motor.verdict)});
+        table.add({Console::shortened(motor.title), motor.position, decimal(motor.atPoint),
+                   decimal(motor.staticLoad), decimal(motor.dynamicLoad), decimal(motor.capacity),
+                   Figures::verdictText(motor.verdict)});
     }
     return table.text(INDENT);
 }
@@ -67,11 +56,9 @@ QString conclusion(const Figures& project)
     return text;
 }
 
-/// Not-a-number becomes null in the document.
 QJsonValue number(float value)
 {
-    constexpr double THOUSANDTHS = 1000.0;
-    return std::round(static_cast<double>(value) * THOUSANDTHS) / THOUSANDTHS;
+    return JsonNumber::rounded(static_cast<double>(value));
 }
 
 QString verdictKey(Figures::Verdict verdict)
@@ -92,12 +79,23 @@ QJsonObject motorObject(const Figures::MotorFigures& motor)
     return {
         {u"nombre"_s, motor.title},
         {u"posicion"_s, motor.position},
+        {u"posicion_m"_s, number(motor.fromCentre)},
         {u"en_punto_kg"_s, number(motor.atPoint)},
         {u"estatica_kg"_s, number(motor.staticLoad)},
         {u"dinamica_kg"_s, number(motor.dynamicLoad)},
         {u"capacidad_kg"_s, number(motor.capacity)},
         {u"peso_propio_kg"_s, number(motor.selfWeight)},
         {u"veredicto"_s, verdictKey(motor.verdict)},
+    };
+}
+
+QJsonObject loadObject(const Figures::LoadFigures& load)
+{
+    return {
+        {u"nombre"_s, load.title},
+        {u"masa_kg"_s, number(load.mass)},
+        {u"posicion_m"_s, number(load.fromCentre)},
+        {u"grupo"_s, load.isSegment ? QJsonValue(load.group) : QJsonValue(QJsonValue::Null)},
     };
 }
 
@@ -114,6 +112,9 @@ QJsonObject Summary::json(const QString& name, const Figures& project)
     QJsonArray motorObjects;
     for (const Figures::MotorFigures& motor : project.motors)
         motorObjects.append(motorObject(motor));
+    QJsonArray loadObjects;
+    for (const Figures::LoadFigures& load : project.loads)
+        loadObjects.append(loadObject(load));
     return {
         {u"archivo"_s, name},
         {u"proyecto"_s, project.title},
@@ -121,6 +122,7 @@ QJsonObject Summary::json(const QString& name, const Figures& project)
         {u"peso_kg_m"_s, number(project.trussSelfWeight)},
         {u"cpl_kg"_s, number(project.limitCPL)},
         {u"motores"_s, motorObjects},
+        {u"cargas"_s, loadObjects},
         {u"estres_pct"_s, number(project.stress)},
         {u"estable"_s, !project.isUnstable},
         {u"calculable"_s, project.isCalculable()},

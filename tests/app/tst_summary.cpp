@@ -1,4 +1,5 @@
 #include "app/Console.h"
+#include "app/JsonNumber.h"
 #include "app/Summary.h"
 #include "app/TextTable.h"
 #include "engine/LoadLogic.h"
@@ -6,7 +7,9 @@
 #include <QJsonArray>
 #include <QTest>
 
+#include <cmath>
 #include <limits>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -46,7 +49,11 @@ private slots:
     void text_withoutMotors_saysSo();
     void text_keepsNamesHarmlessAndShort();
     void json_hasTheDocumentedMembers();
+    void json_listsTheLoads();
     void json_ofWhatCannotBeCalculated_isNull();
+    void jsonNumbers_areRounded_data();
+    void jsonNumbers_areRounded();
+    void names_areShortened();
     void withinLimits_needsKnownFigures();
     void table_alignsByDisplayWidth();
     void emptyTable_isEmpty();
@@ -109,7 +116,7 @@ void TestSummary::json_hasTheDocumentedMembers()
 {
     const QJsonObject object = Summary::json(u"sala.rig"_s, usualFigures());
     QCOMPARE(object.keys(),
-             QStringList({u"apto"_s, u"archivo"_s, u"calculable"_s, u"cpl_kg"_s, u"estable"_s,
+             QStringList({u"apto"_s, u"archivo"_s, u"calculable"_s, u"cargas"_s, u"cpl_kg"_s, u"estable"_s,
                           u"estres_pct"_s, u"longitud_m"_s, u"motores"_s, u"peso_kg_m"_s, u"proyecto"_s}));
     QCOMPARE(object[u"archivo"_s].toString(), u"sala.rig"_s);
     QCOMPARE(object[u"proyecto"_s].toString(), u"Sala"_s);
@@ -122,13 +129,70 @@ void TestSummary::json_hasTheDocumentedMembers()
     const QJsonObject motor = object[u"motores"_s][1].toObject();
     QCOMPARE(motor.keys(),
              QStringList({u"capacidad_kg"_s, u"dinamica_kg"_s, u"en_punto_kg"_s, u"estatica_kg"_s,
-                          u"nombre"_s, u"peso_propio_kg"_s, u"posicion"_s, u"veredicto"_s}));
+                          u"nombre"_s, u"peso_propio_kg"_s, u"posicion"_s, u"posicion_m"_s, u"veredicto"_s}));
     QCOMPARE(motor[u"en_punto_kg"_s].toDouble(), 300.4);
     QCOMPARE(motor[u"estatica_kg"_s].toDouble(), 350.4);
     QCOMPARE(motor[u"dinamica_kg"_s].toDouble(), 438.0);
     QCOMPARE(motor[u"posicion"_s].toString(), u"+6.00m"_s);
+    QCOMPARE(motor[u"posicion_m"_s].toDouble(), 6.0);
+    QCOMPARE(object[u"motores"_s][0][u"posicion_m"_s].toDouble(), -6.0);
     QCOMPARE(motor[u"veredicto"_s].toString(), u"exceso_dinamico"_s);
     QCOMPARE(object[u"motores"_s][0][u"veredicto"_s].toString(), u"ok"_s);
+}
+
+void TestSummary::json_listsTheLoads()
+{
+    ProjectState project;
+    LoadLogic::ActiveLoad load;
+    load.id = 7;
+    load.mass = 62.1254F;
+    load.positionX = 4.5F;
+    load.name = u"PA"_s;
+    project.loads.append(load);
+    load.name.clear();
+    load.positionX = 8.0F;
+    load.groupId = 3;
+    project.loads.append(load);
+
+    const QJsonArray loads = Summary::json(u"a"_s, Figures::of(project))[u"cargas"_s].toArray();
+    QCOMPARE(loads.size(), 2);
+    QCOMPARE(loads[0].toObject(), QJsonObject({{u"nombre"_s, u"PA"_s},
+                                               {u"masa_kg"_s, 62.125},
+                                               {u"posicion_m"_s, -1.5},
+                                               {u"grupo"_s, QJsonValue::Null}}));
+    QCOMPARE(loads[1][u"nombre"_s].toString(), u"Carga 7"_s);
+    QCOMPARE(loads[1][u"posicion_m"_s].toDouble(), 2.0);
+    QCOMPARE(loads[1][u"grupo"_s].toInteger(), 3);
+}
+
+void TestSummary::jsonNumbers_areRounded_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QJsonValue>("expected");
+    QTest::newRow("usual") << 1.23449 << QJsonValue(1.234);
+    QTest::newRow("half") << -0.0625 << QJsonValue(-0.063);
+    QTest::newRow("nothing below zero") << -0.0004 << QJsonValue(0.0);
+    QTest::newRow("beyond three decimals") << 1e307 << QJsonValue(1e307);
+    QTest::newRow("none") << std::numeric_limits<double>::quiet_NaN() << QJsonValue(QJsonValue::Null);
+    QTest::newRow("infinite") << -std::numeric_limits<double>::infinity() << QJsonValue(QJsonValue::Null);
+}
+
+void TestSummary::jsonNumbers_areRounded()
+{
+    QFETCH(const double, value);
+    QFETCH(const QJsonValue, expected);
+    const QJsonValue rounded = JsonNumber::rounded(value);
+    QCOMPARE(rounded, expected);
+    QVERIFY(!std::signbit(rounded.toDouble()) || rounded.toDouble() < 0.0);
+    QCOMPARE(JsonNumber::rounded(std::optional(value)), expected);
+    QCOMPARE(JsonNumber::rounded(std::optional<double>()), QJsonValue(QJsonValue::Null));
+}
+
+void TestSummary::names_areShortened()
+{
+    QCOMPARE(Console::shortened(QString(40, u'x')), QString(40, u'x'));
+    QCOMPARE(Console::shortened(QString(41, u'x')), QString(39, u'x') + u'…');
+    QCOMPARE(Console::shortened(u"a\nb"_s), u"a\uFFFDb"_s);
 }
 
 void TestSummary::json_ofWhatCannotBeCalculated_isNull()
@@ -138,6 +202,7 @@ void TestSummary::json_ofWhatCannotBeCalculated_isNull()
     const QJsonObject object = Summary::json(u"a"_s, figures);
     QCOMPARE(object[u"calculable"_s].toBool(true), false);
     QVERIFY(!object[u"motores"_s][0][u"dinamica_kg"_s].isString());
+    QVERIFY(object[u"motores"_s][0][u"dinamica_kg"_s].isNull());
 }
 
 void TestSummary::withinLimits_needsKnownFigures()
