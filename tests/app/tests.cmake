@@ -3,6 +3,8 @@ velmora_test(app locale LIBRARY velmora_batch)
 velmora_test(app desktop LIBRARY velmora_batch)
 velmora_test(app commandline LIBRARY velmora_batch)
 velmora_test(app summary LIBRARY velmora_batch)
+velmora_test(app contrast LIBRARY velmora_batch)
+velmora_test(app csv LIBRARY velmora_batch)
 velmora_test(app appearance LIBRARY velmora_batch)
 velmora_test(app program LIBRARY velmora_batch)
 target_compile_definitions(tst_app_program PRIVATE
