@@ -1,11 +1,18 @@
 #include "app/Batch.h"
 
+#include "app/CheckedProject.h"
 #include "app/Console.h"
+#include "app/ContrastSummary.h"
+#include "app/CsvSummary.h"
 #include "app/Summary.h"
+#include "engine/ProjectOpinion.h"
+#include "engine/Statics.h"
 #include "io/ConsolidatedReport.h"
+#include "io/HtmlReport.h"
 #include "io/ProjectFile.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -16,23 +23,9 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-struct NamedProject
-{
-    QString name; ///< the file as given
-    ProjectState project;
-};
-
-struct BadFile
-{
-    QString name;
-    QString reason;
-};
-
-struct Input
-{
-    QList<NamedProject> projects;
-    QList<BadFile> badFiles;
-};
+using Batch::BadFile;
+using Batch::Input;
+using Batch::NamedProject;
 
 QString reasonOf(ProjectFile::Failure failure)
 {
@@ -45,44 +38,74 @@ void complain(const QString& name, const QString& reason)
     Console::complain(u"velmora-master: "_s + Console::harmless(name) + u": "_s + reason);
 }
 
-/// Reads what can be read, and complains about the rest.
-Input readAll(const QStringList& files)
+CheckedProject checked(const NamedProject& named, const CommandLine& options)
 {
-    Input input;
-    for (const QString& name : files) {
-        const ProjectFile::Content content = ProjectFile::read(name);
-        if (content.failure == ProjectFile::Failure::None) {
-            input.projects.append({name, content.project});
-            continue;
-        }
-        input.badFiles.append({name, reasonOf(content.failure)});
-        complain(name, input.badFiles.constLast().reason);
-    }
-    return input;
+    const ProjectState solved = Statics::solved(named.project);
+    CheckedProject project{named.name, Figures::ofSolved(solved), {}};
+    if (!options.withoutContrast)
+        project.opinion = ProjectOpinion::of(solved, options.tableDeflection);
+    return project;
 }
 
-int exitCode(const QList<Figures>& figures, bool failed)
+QList<CheckedProject> checkedAll(const Input& input, const CommandLine& options)
+{
+    QList<CheckedProject> projects;
+    for (const NamedProject& named : input.projects)
+        projects.append(checked(named, options));
+    return projects;
+}
+
+QString warnings(const CheckedProject& project)
+{
+    return project.opinion ? ContrastSummary::warnings(*project.opinion) : QString();
+}
+
+bool isSafe(const CheckedProject& project)
+{
+    return Summary::isWithinLimits(project.figures) && !(project.opinion && project.opinion->contradicts());
+}
+
+int exitCode(const QList<CheckedProject>& projects, bool failed)
 {
     if (failed)
         return Batch::FAILED;
-    return std::all_of(figures.cbegin(), figures.cend(), Summary::isWithinLimits) ? Batch::ALL_WITHIN_LIMITS
-                                                                                  : Batch::LIMITS_EXCEEDED;
+    return std::all_of(projects.cbegin(), projects.cend(), isSafe) ? Batch::ALL_WITHIN_LIMITS
+                                                                   : Batch::LIMITS_EXCEEDED;
 }
 
-QString summaryText(const Input& input, const QList<Figures>& figures)
+QString summaryText(const QList<CheckedProject>& projects, const CommandLine& options)
 {
     QStringList texts;
-    for (qsizetype i = 0; i < figures.size(); ++i)
-        texts.append(Summary::text(input.projects.at(i).name, figures.at(i)));
+    for (const CheckedProject& project : projects) {
+        texts.append(Summary::text(project.name, project.figures)
+                     + (options.contrast ? ContrastSummary::text(*project.opinion) : warnings(project)));
+    }
     return texts.join(u'\n');
 }
 
-/// `proyectos` and `errores` (each `archivo` and `motivo`) in the order of the command line.
-QString summaryJson(const Input& input, const QList<Figures>& figures)
+/// With the second opinion where it is wanted, and where it contradicts what else is told.
+QJsonObject projectObject(const CheckedProject& project, const CommandLine& options)
 {
-    QJsonArray projects;
-    for (qsizetype i = 0; i < figures.size(); ++i)
-        projects.append(Summary::json(input.projects.at(i).name, figures.at(i)));
+    using Levelling = ContrastSummary::Levelling;
+    QJsonObject object = Summary::json(project.name, project.figures);
+    if (project.opinion && (options.contrast || project.opinion->contradicts())) {
+        object[u"contraste"_s] = ContrastSummary::json(
+            *project.opinion, options.tableDeflection ? Levelling::Told : Levelling::Untold);
+    }
+    return object;
+}
+
+QJsonArray projectObjects(const QList<CheckedProject>& projects, const CommandLine& options)
+{
+    QJsonArray objects;
+    for (const CheckedProject& project : projects)
+        objects.append(projectObject(project, options));
+    return objects;
+}
+
+/// `proyectos` and `errores` (each `archivo` and `motivo`) in the order of the command line.
+QString summaryJson(const Input& input, const QJsonArray& projects)
+{
     QJsonArray errors;
     for (const BadFile& file : input.badFiles)
         errors.append(QJsonObject{{u"archivo"_s, file.name}, {u"motivo"_s, file.reason}});
@@ -95,16 +118,43 @@ QString summaryJson(const Input& input, const QList<Figures>& figures)
     return QString::fromUtf8(QJsonDocument(document).toJson(QJsonDocument::Indented));
 }
 
-QString verdictLines(const Input& input, const QList<Figures>& figures)
+CsvSummary::Contrast columnsOf(const CommandLine& options)
+{
+    if (!options.contrast)
+        return CsvSummary::Contrast::None;
+    return options.tableDeflection ? CsvSummary::Contrast::ColumnsAndLevelling
+                                   : CsvSummary::Contrast::Columns;
+}
+
+QString summaryOf(const Input& input, const QList<CheckedProject>& projects, const CommandLine& options)
+{
+    if (options.asCsv)
+        return CsvSummary::text(projectObjects(projects, options), columnsOf(options));
+    return options.asJson ? summaryJson(input, projectObjects(projects, options))
+                          : summaryText(projects, options);
+}
+
+/// A table has no place for sentences: where it is to say nothing of what contradicts its figures, they
+/// go to standard error.
+void complainOfContradictions(const QList<CheckedProject>& projects)
+{
+    for (const CheckedProject& project : projects) {
+        const QStringList lines = warnings(project).split(u'\n', Qt::SkipEmptyParts);
+        for (const QString& line : lines)
+            complain(project.name, line.trimmed());
+    }
+}
+
+QString verdictLines(const QList<CheckedProject>& projects)
 {
     QString lines;
-    for (qsizetype i = 0; i < figures.size(); ++i) {
-        const Figures& project = figures.at(i);
-        lines += Console::harmless(input.projects.at(i).name) + u": "_s + project.resultWord() + u": "_s
-                 + project.resultReason();
-        if (!project.isCalculable())
+    for (const CheckedProject& project : projects) {
+        const Figures& figures = project.figures;
+        lines += Console::harmless(project.name) + u": "_s + figures.resultWord() + u": "_s
+                 + figures.resultReason();
+        if (!figures.isCalculable())
             lines += u" Aviso: hay motores cuya carga no se puede calcular."_s;
-        lines += u'\n';
+        lines += u'\n' + warnings(project);
     }
     return lines;
 }
@@ -130,31 +180,71 @@ bool hasFailed(const ConsolidatedReport::Outcome& outcome)
     return !outcome.missingDrawings.isEmpty() || outcome.status != ConsolidatedReport::Status::Written;
 }
 
-} // namespace
-
-int Batch::summarize(const CommandLine& options)
+/// What in `folder` a report of `count` projects would spoil: an older report, which shows whatever
+/// drawings lie beside it, or a drawing. Empty where there is nothing.
+QString spoiledIn(const QString& folder, qsizetype count)
 {
-    const Input input = readAll(options.files);
-    QList<Figures> figures;
-    for (const NamedProject& named : input.projects)
-        figures.append(Figures::of(named.project));
-
-    const bool printed =
-        Console::print(options.asJson ? summaryJson(input, figures) : summaryText(input, figures));
-    return exitCode(figures, !printed || !input.badFiles.isEmpty());
+    const QDir directory(folder);
+    QStringList names = directory.entryList({u"informe_rigging_*.html"_s}, QDir::Files | QDir::System);
+    for (qsizetype i = 0; i < count; ++i) {
+        const QFileInfo drawing(directory.filePath(HtmlReport::drawingName(i)));
+        if (drawing.exists() || drawing.isSymLink())
+            names.append(drawing.fileName());
+    }
+    return names.isEmpty() ? QString() : names.constFirst();
 }
 
-int Batch::report(const CommandLine& options)
+/// Complains where the folder that was asked for holds an older report; returns whether it does.
+bool wouldSpoil(const CommandLine& options, qsizetype count)
 {
-    const Input input = readAll(options.files);
-    if (input.projects.isEmpty())
+    if (options.reportFolder.isEmpty() || options.overwrite)
+        return false;
+    const QString spoiled = spoiledIn(options.reportFolder, count);
+    if (!spoiled.isEmpty()) {
+        complain(options.reportFolder, u"Ya hay un informe ("_s + spoiled
+                                           + u"), que enseñaría los dibujos de este; con --sobrescribir se "
+                                             "escribe igualmente."_s);
+    }
+    return !spoiled.isEmpty();
+}
+
+} // namespace
+
+Batch::Input Batch::read(const CommandLine& options)
+{
+    Input input;
+    for (const QString& name : options.files) {
+        const ProjectFile::Content content = ProjectFile::readOnce(name);
+        if (content.failure == ProjectFile::Failure::None) {
+            input.projects.append({name, content.project});
+            continue;
+        }
+        input.badFiles.append({name, reasonOf(content.failure)});
+        complain(name, input.badFiles.constLast().reason);
+    }
+    return input;
+}
+
+int Batch::summarize(const CommandLine& options, const Input& input)
+{
+    const QList<CheckedProject> projects = checkedAll(input, options);
+    const bool printed = Console::print(summaryOf(input, projects, options));
+    if (options.asCsv && !options.contrast)
+        complainOfContradictions(projects);
+    return exitCode(projects, !printed || !input.badFiles.isEmpty());
+}
+
+int Batch::report(const CommandLine& options, const Input& input)
+{
+    if (input.projects.isEmpty() || wouldSpoil(options, input.projects.size()))
         return FAILED;
 
     const ConsolidatedReport::Outcome outcome = ConsolidatedReport::write(
         requestOf(input, options.reportFolder), [](qsizetype /*done*/) { return true; });
     const bool failed = hasFailed(outcome);
     const bool written = outcome.status == ConsolidatedReport::Status::Written;
+    const QList<CheckedProject> projects = checkedAll(input, options);
     const bool printed =
-        Console::print((written ? outcome.path + u'\n' : QString()) + verdictLines(input, outcome.figures));
-    return exitCode(outcome.figures, failed || !printed || !input.badFiles.isEmpty());
+        Console::print((written ? outcome.path + u'\n' : QString()) + verdictLines(projects));
+    return exitCode(projects, failed || !printed || !input.badFiles.isEmpty());
 }

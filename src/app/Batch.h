@@ -1,6 +1,9 @@
 #pragma once
 
 #include "app/CommandLine.h"
+#include "engine/Project.h"
+
+#include <QList>
 
 /// The work that needs no window. Each function writes to standard output, tells failures on
 /// standard error and returns the program's exit code.
@@ -8,15 +11,37 @@ namespace Batch
 {
 
 constexpr int ALL_WITHIN_LIMITS = 0;
-constexpr int LIMITS_EXCEEDED = 1;
-constexpr int FAILED = 2; ///< a file cannot be read or written, or the command cannot be obeyed
+constexpr int LIMITS_EXCEEDED = 1; ///< or the second opinion contradicts the figures on the unsafe side
+constexpr int FAILED = 2;          ///< a file cannot be read or written, or the command cannot be obeyed
 
-/// Prints the figures of the files of `options`; needs a core application at most. A file that
-/// cannot be read is told and left out.
-int summarize(const CommandLine& options);
+struct NamedProject
+{
+    QString name; ///< the file as given
+    ProjectState project;
+};
 
-/// Writes the HTML report of the files of `options` and prints its path and the verdicts; needs an
-/// application of any platform.
-int report(const CommandLine& options);
+struct BadFile
+{
+    QString name;
+    QString reason;
+};
+
+/// What is in the files of a command line, in its order.
+struct Input
+{
+    QList<NamedProject> projects;
+    QList<BadFile> badFiles;
+};
+
+/// Reads the files of `options`, each once: a pipe tells its content only once. A file that cannot be
+/// read is told.
+Input read(const CommandLine& options);
+
+/// Prints the figures of `input`; needs a core application at most.
+int summarize(const CommandLine& options, const Input& input);
+
+/// Writes the HTML report of `input` and prints its path and the verdicts; needs an application of any
+/// platform.
+int report(const CommandLine& options, const Input& input);
 
 } // namespace Batch

@@ -3,18 +3,25 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 /// What the user asked for on the command line. Known before any application object exists, so
 /// that everything but the window works where there is no display.
 struct CommandLine
 {
     bool help = false;
     bool version = false;
-    bool summary = false; ///< print the figures
-    bool asJson = false;  ///< … as JSON
-    bool report = false;  ///< write the HTML report
-    QString reportFolder; ///< empty for the temporary directory
-    QStringList files;    ///< project files, in the order given
-    QString error;        ///< one line in Spanish; empty when the command line can be obeyed
+    bool summary = false;                  ///< print the figures
+    bool asJson = false;                   ///< … as JSON
+    bool asCsv = false;                    ///< … as a table for spreadsheets
+    bool contrast = false;                 ///< … with all of the second opinion; implies `summary`
+    bool withoutContrast = false;          ///< tell nothing of it, not even where it contradicts the figures
+    std::optional<double> tableDeflection; ///< of the truss under its CPL, by its maker [mm], above 0
+    bool report = false;                   ///< write the HTML report
+    bool overwrite = false;                ///< … also where an older one would show its drawings
+    QString reportFolder;                  ///< empty for the temporary directory
+    QStringList files;                     ///< project files, in the order given
+    QString error;                         ///< one line in Spanish; empty when the command line can be obeyed
 
 public: // construction
     /// Reads `arguments`, which do not hold the program's name.

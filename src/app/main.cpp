@@ -51,13 +51,13 @@ int tell(const QString& text)
     return Console::print(text) ? Batch::ALL_WITHIN_LIMITS : Batch::FAILED;
 }
 
-int summarize(const CommandLine& options, int& argc, char* argv[])
+int summarize(const CommandLine& options, const Batch::Input& input, int& argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    return Batch::summarize(options);
+    return Batch::summarize(options, input);
 }
 
-int report(const CommandLine& options, int& argc, char* argv[])
+int report(const CommandLine& options, const Batch::Input& input, int& argc, char* argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     Appearance::chooseStyle();
@@ -66,16 +66,17 @@ int report(const CommandLine& options, int& argc, char* argv[])
     QApplication application(argc, argv);
     QLoggingCategory::setFilterRules(QString());
     Appearance::apply(application);
-    return Batch::report(options);
+    return Batch::report(options, input);
 }
 
 int runBatch(const CommandLine& options, int& argc, char* argv[])
 {
+    const Batch::Input input = Batch::read(options);
     int code = Batch::ALL_WITHIN_LIMITS;
     if (options.summary)
-        code = summarize(options, argc, argv);
+        code = summarize(options, input, argc, argv);
     if (options.report)
-        code = std::max(code, report(options, argc, argv));
+        code = std::max(code, report(options, input, argc, argv));
     return code;
 }
 

@@ -17,6 +17,10 @@ private slots:
     void report_takesAFolder();
     void summaryAndReport_goTogether();
     void helpAndVersion_haveShortForms();
+    void contrast_impliesTheSummary();
+    void contrast_takesADeflection_data();
+    void contrast_takesADeflection();
+    void report_mayOverwrite();
     void doubleDash_endsTheOptions();
     void singleDash_isAFile();
     void mistakes_areTold_data();
@@ -96,6 +100,49 @@ void TestCommandLine::helpAndVersion_haveShortForms()
     QVERIFY(CommandLine::parse({u"-v"_s}).version);
 }
 
+void TestCommandLine::contrast_impliesTheSummary()
+{
+    const CommandLine line = CommandLine::parse({u"--contraste"_s, u"a.rig"_s});
+    QCOMPARE(line.error, QString());
+    QVERIFY(line.contrast && line.summary && line.isBatch());
+    QVERIFY(!line.tableDeflection);
+    QVERIFY(CommandLine::parse({u"--json"_s, u"--contraste"_s, u"a.rig"_s}).error.isEmpty());
+    QVERIFY(CommandLine::parse({u"--csv"_s, u"--contraste"_s, u"a.rig"_s}).asCsv);
+    QVERIFY(CommandLine::parse({u"--contraste"_s, u"--informe"_s, u"a.rig"_s}).error.isEmpty());
+    const CommandLine without = CommandLine::parse({u"--informe"_s, u"--sin-contraste"_s, u"a.rig"_s});
+    QCOMPARE(without.error, QString());
+    QVERIFY(without.withoutContrast && !without.contrast && !without.summary);
+}
+
+void TestCommandLine::contrast_takesADeflection_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<double>("deflection");
+    QTest::newRow("next") << QStringList{u"--flecha"_s, u"12.5"_s} << 12.5;
+    QTest::newRow("equals") << QStringList{u"--flecha=12.5"_s} << 12.5;
+    QTest::newRow("comma") << QStringList{u"--flecha"_s, u"12,5"_s} << 12.5;
+    QTest::newRow("twice") << QStringList{u"--flecha=3"_s, u"--flecha=4"_s} << 4.0;
+}
+
+void TestCommandLine::contrast_takesADeflection()
+{
+    QFETCH(const QStringList, arguments);
+    QFETCH(const double, deflection);
+    const CommandLine line = CommandLine::parse(QStringList{u"--contraste"_s, u"a.rig"_s} + arguments);
+    QCOMPARE(line.error, QString());
+    QCOMPARE(line.tableDeflection.value_or(0.0), deflection);
+    QCOMPARE(line.files, QStringList(u"a.rig"_s));
+}
+
+void TestCommandLine::report_mayOverwrite()
+{
+    const CommandLine line =
+        CommandLine::parse({u"--informe"_s, u"--sobrescribir"_s, u"--salida=x"_s, u"a.rig"_s});
+    QCOMPARE(line.error, QString());
+    QVERIFY(line.overwrite);
+    QVERIFY(!CommandLine::parse({u"--informe"_s, u"--salida=x"_s, u"a.rig"_s}).overwrite);
+}
+
 void TestCommandLine::doubleDash_endsTheOptions()
 {
     const CommandLine line = CommandLine::parse({u"--resumen"_s, u"--"_s, u"--informe"_s, u"--"_s});
@@ -133,6 +180,33 @@ void TestCommandLine::mistakes_areTold_data()
     QTest::newRow("json beside a report")
         << QStringList{u"--json"_s, u"--resumen"_s, u"--informe"_s, u"a.rig"_s}
         << u"--json solo acompaña a --resumen"_s;
+    QTest::newRow("csv alone") << QStringList{u"--csv"_s, u"a.rig"_s} << u"--csv solo acompaña a --resumen"_s;
+    QTest::newRow("csv beside a report")
+        << QStringList{u"--csv"_s, u"--contraste"_s, u"--informe"_s, u"a.rig"_s}
+        << u"--csv solo acompaña a --resumen"_s;
+    QTest::newRow("json and csv") << QStringList{u"--resumen"_s, u"--json"_s, u"--csv"_s, u"a.rig"_s}
+                                  << u"--json y --csv se excluyen"_s;
+    QTest::newRow("with and without contrast")
+        << QStringList{u"--contraste"_s, u"--sin-contraste"_s, u"a.rig"_s}
+        << u"--contraste y --sin-contraste se excluyen"_s;
+    QTest::newRow("without contrast in the window")
+        << QStringList{u"--sin-contraste"_s, u"a.rig"_s}
+        << u"--sin-contraste solo acompaña a --resumen o --informe"_s;
+    QTest::newRow("contrast without files")
+        << QStringList{u"--contraste"_s} << u"Falta al menos un archivo de proyecto"_s;
+    QTest::newRow("deflection without contrast") << QStringList{u"--resumen"_s, u"--flecha=15"_s, u"a.rig"_s}
+                                                 << u"--flecha solo acompaña a --contraste"_s;
+    QTest::newRow("deflection missing")
+        << QStringList{u"--contraste"_s, u"a.rig"_s, u"--flecha"_s} << u"Faltan los milímetros de --flecha"_s;
+    const QString noDeflection = u"La flecha de --flecha tiene que ser un número de milímetros mayor que 0"_s;
+    for (const auto* text : {"0", "-3", "nan", "inf", "1e99", "quince", "15mm", "1.2.3"}) {
+        QTest::newRow(text) << QStringList{u"--contraste"_s, u"--flecha"_s, QString::fromLatin1(text),
+                                           u"a.rig"_s}
+                            << noDeflection;
+    }
+    QTest::newRow("overwriting the temporary folder")
+        << QStringList{u"--informe"_s, u"--sobrescribir"_s, u"a.rig"_s}
+        << u"--sobrescribir solo acompaña a --salida"_s;
 }
 
 void TestCommandLine::mistakes_areTold()
@@ -146,8 +220,12 @@ void TestCommandLine::usage_namesEveryOption()
 {
     const QString usage = CommandLine::usage();
     for (const QString& option : {u"--resumen"_s, u"--json"_s, u"--informe"_s, u"--salida"_s, u"--help"_s,
-                                  u"--version"_s, u"-h"_s, u"-v"_s})
+                                  u"--csv"_s, u"--contraste"_s, u"--sin-contraste"_s, u"--flecha"_s,
+                                  u"--sobrescribir"_s, u"--version"_s, u"-h"_s, u"-v"_s})
         QVERIFY2(usage.contains(option), qPrintable(option));
+    const QStringList lines = usage.split(u'\n');
+    for (const QString& line : lines)
+        QVERIFY2(line.size() <= 80, qPrintable(line));
 }
 
 QTEST_GUILESS_MAIN(TestCommandLine)

@@ -1,5 +1,6 @@
 #include "io/ProjectFile.h"
 #include "support/Names.h"
+#include "support/Program.h"
 #include "support/ReportDocument.h"
 
 #include <QDir>
@@ -14,53 +15,16 @@
 
 using namespace Qt::StringLiterals;
 
+using Support::put;
 using Support::ReportDocument;
+using Support::Result;
+using Support::run;
+using Support::withoutDisplay;
 
 namespace
 {
 
 const QString EXAMPLES = u"" VELMORA_SOURCE_DIR "/examples/"_s;
-
-struct Result
-{
-    int code = -1;
-    QString out;
-    QString err;
-};
-
-/// An environment in which no window can appear.
-QProcessEnvironment withoutDisplay()
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const QString& name :
-         {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s, u"XDG_RUNTIME_DIR"_s})
-        environment.remove(name);
-    return environment;
-}
-
-/// Runs the program itself, without a display unless `environment` has one.
-Result run(const QStringList& arguments, const QProcessEnvironment& environment = withoutDisplay())
-{
-    QProcess program;
-    program.setProcessEnvironment(environment);
-    program.start(QStringLiteral(VELMORA_EXECUTABLE), arguments);
-    constexpr int PATIENCE = 60'000; // [ms]
-    if (!program.waitForFinished(PATIENCE) || program.exitStatus() != QProcess::NormalExit) {
-        program.kill();
-        program.waitForFinished();
-        return {};
-    }
-    return {program.exitCode(), QString::fromUtf8(program.readAllStandardOutput()),
-            QString::fromUtf8(program.readAllStandardError())};
-}
-
-QString put(const QTemporaryDir& folder, const QString& name, const QByteArray& bytes)
-{
-    QFile file(folder.filePath(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qUtf8Printable(name));
-    return file.fileName();
-}
 
 QStringList htmlFiles(const QTemporaryDir& folder)
 {
@@ -281,10 +245,10 @@ void TestProgram::summary_ofHostileFiles_staysAlive()
     QFETCH(const int, code);
     const QTemporaryDir folder;
     const QString path = put(folder, u"a.rig"_s, bytes);
-    const Result result = run({u"--resumen"_s, path});
+    const Result result = run({u"--resumen"_s, u"--sin-contraste"_s, path});
     QCOMPARE(result.code, code);
     QVERIFY(!result.out.contains(u'\x1b'));
-    QCOMPARE(run({u"--informe"_s, u"--salida"_s, folder.path(), path}).code, code);
+    QCOMPARE(run({u"--informe"_s, u"--sin-contraste"_s, u"--salida"_s, folder.path(), path}).code, code);
 }
 
 void TestProgram::fullOutput_exitsWithTwo()
@@ -302,8 +266,8 @@ void TestProgram::fullOutput_exitsWithTwo()
 void TestProgram::report_isWrittenWithItsDrawings()
 {
     const QTemporaryDir folder;
-    const Result result = run({u"--informe"_s, u"--salida"_s, folder.path(), EXAMPLES + u"concierto.rig"_s,
-                               EXAMPLES + u"voladizo.rig"_s});
+    const Result result = run({u"--informe"_s, u"--sin-contraste"_s, u"--salida"_s, folder.path(),
+                               EXAMPLES + u"concierto.rig"_s, EXAMPLES + u"voladizo.rig"_s});
     QCOMPARE(result.code, 1);
     QCOMPARE(result.err, QString());
     const QStringList html = htmlFiles(folder);
