@@ -14,12 +14,13 @@ velmora_program_packages=(
     cmake g++ ninja-build qt6-base-dev libgl-dev
     fonts-dejavu-core fonts-noto-color-emoji xdg-utils qt6-translations-l10n
 )
-# Besides these, the tests (locales: the sources of the languages they are run under). The last two
-# only make their build quicker, and serve where they are found.
-velmora_test_packages=(locales bash-completion ccache lld)
 # Besides these, the tests (locales: the sources of the languages they are run under; util-linux: to be
-# two users in one folder; strace: calls that fail).
-velmora_test_packages=(locales bash-completion strace util-linux)
+# two users in one folder; strace: calls that fail; bsdutils: a terminal that nobody types on;
+# python3-jsonschema: the documents that the program prints). The last two only make their build quicker,
+# and serve where they are found.
+velmora_test_packages=(
+    locales bash-completion strace util-linux bsdutils python3-jsonschema ccache lld
+)
 # Besides these, the benchmarks.
 velmora_bench_packages=(libbenchmark-dev xvfb xauth)
 # Besides these, what is built with clang; its runtime is what counts and what watches.

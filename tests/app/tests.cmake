@@ -13,6 +13,12 @@ foreach(name program contrastprogram)
     )
     add_dependencies(tst_app_${name} velmora-master)
 endforeach()
+# The documents that the program prints, against their published schema.
+add_test(NAME app.schema
+    COMMAND python3 "${CMAKE_CURRENT_SOURCE_DIR}/app/check_schema.py" "$<TARGET_FILE:velmora-master>"
+        "${PROJECT_SOURCE_DIR}"
+)
+set_tests_properties(app.schema PROPERTIES LABELS app SKIP_RETURN_CODE 77 TIMEOUT 120)
 velmora_test(app guide)
 if(TARGET velmora_guide) # the guide is to lie beside the executable
     add_dependencies(tst_app_guide velmora_guide)
