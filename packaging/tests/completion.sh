@@ -42,8 +42,11 @@ expect()
 # library puts around an empty word for a part of it.
 expect "./carpeta ./dos.json ./uno.rig" ./
 expect "uno.rig" u
-expect "--help --informe --json --resumen --salida --version" --
+options="--contraste --csv --flecha --help --informe --json --resumen --salida --sin-contraste"
+expect "$options --sobrescribir --version" --
 expect "--resumen" --r
+expect "--contraste --csv" --c
+expect "" --contraste --flecha 1
 expect "./carpeta" --informe --salida ./
 expect "./carpeta ./dos.json ./uno.rig" --informe --salida carpeta ./
 expect "carpeta" --informe --salida = car
