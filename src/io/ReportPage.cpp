@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -40,6 +41,19 @@ const QString PRINT_STYLE =
     u"QPushButton { background: #0078D7; color: white; border: none; font-weight: bold; "
     "font-size: 14px; }QPushButton:hover { background: #0086F0; }"_s;
 
+/// The page's white would leave nothing of the bar to be seen.
+const QString SCROLL_BAR_STYLE =
+    u"QScrollBar { background: #E4E4E4; border: none; }"
+    "QScrollBar:vertical { width: 14px; }QScrollBar:horizontal { height: 14px; }"
+    "QScrollBar::handle { background: #666; border-radius: 4px; margin: 2px; }"
+    "QScrollBar::handle:vertical { min-height: 30px; }QScrollBar::handle:horizontal { min-width: 30px; }"
+    "QScrollBar::handle:hover { background: #333; }"
+    "QScrollBar::add-line, QScrollBar::sub-line { width: 0px; height: 0px; }"
+    "QScrollBar::add-page, QScrollBar::sub-page { background: none; }"_s;
+
+/// Beyond this the table scrolls within itself: layouts cannot count much further [px].
+constexpr int TALLEST_TABLE = 400'000;
+
 /// Each line feed becomes a line break of the label's rich text.
 const QString CERTIFICATE_TEXT = uR"(CERTIFICADO DE CÁLCULO ESTRUCTURAL v1.1.0 (CONSOLIDADO)
 El presente documento detalla la simulación multi-viga basada en los principios de mecánica estática aplicada a todos los proyectos activos.
@@ -58,6 +72,17 @@ const QString ALERT =
     u"<span style='color: red; font-weight: bold;'>❌ ALERTA: Se han detectado incidencias de "
     "seguridad en uno o más proyectos. Revise las tablas superiores.</span>"_s;
 
+/// A table that wants to be as high as its heading and its rows.
+class ResultsTable : public QTableWidget
+{
+public: // overrides
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const int rows = horizontalHeader()->sizeHint().height() + verticalHeader()->length();
+        return {QTableWidget::sizeHint().width(), rows + 2 * frameWidth()};
+    }
+};
+
 QPushButton* buildButton(const QString& text, const QSize& size, const QString& style)
 {
     auto* button = new QPushButton(text);
@@ -74,12 +99,14 @@ ReportPage::ReportPage(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    auto* scrollArea = new QScrollArea;
-    layout->addWidget(scrollArea);
-    scrollArea->setWidgetResizable(true);
-    scrollArea->setFrameShape(QFrame::NoFrame);
-    scrollArea->setStyleSheet(SCROLL_STYLE);
-    buildCanvas(scrollArea);
+    m_area = new QScrollArea;
+    layout->addWidget(m_area);
+    m_area->setWidgetResizable(true);
+    m_area->setFrameShape(QFrame::NoFrame);
+    m_area->setStyleSheet(SCROLL_STYLE);
+    m_area->verticalScrollBar()->setStyleSheet(SCROLL_BAR_STYLE);
+    m_area->horizontalScrollBar()->setStyleSheet(SCROLL_BAR_STYLE);
+    buildCanvas();
     buildBottomBar(layout);
 }
 
@@ -118,10 +145,10 @@ void ReportPage::fill(const QList<Figures>& projects)
     m_drawing->update();
 }
 
-void ReportPage::buildCanvas(QScrollArea* area)
+void ReportPage::buildCanvas()
 {
     auto* canvas = new QWidget;
-    area->setWidget(canvas);
+    m_area->setWidget(canvas);
     canvas->setObjectName(u"reportCanvas"_s);
     canvas->setStyleSheet(CANVAS_STYLE);
 
@@ -174,7 +201,7 @@ void ReportPage::buildTableBlock(QBoxLayout* page)
     const QStringList headers{u"ID / MOTOR"_s,      u"POSICIÓN (m)"_s,   u"CAPACIDAD MOTOR"_s,
                               u"PESO MOTOR (kg)"_s, u"TOTAL EN PUNTO"_s, u"ESTÁTICA (kg)"_s,
                               u"DINÁMICA (kg)"_s,   u"ESTADO"_s};
-    m_table = new QTableWidget;
+    m_table = new ResultsTable;
     layout->addWidget(m_table);
     m_table->setAccessibleName(u"Cargas y reacciones por punto de cuelgue"_s);
     m_table->setStyleSheet(TABLE_STYLE); // before there is anything to be styled
@@ -183,6 +210,22 @@ void ReportPage::buildTableBlock(QBoxLayout* page)
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setMinimumHeight(MINIMUM_HEIGHT);
+    m_table->setMaximumHeight(TALLEST_TABLE);
+    m_table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    m_table->verticalScrollBar()->setStyleSheet(SCROLL_BAR_STYLE);
+    connect(m_table->verticalHeader(), &QHeaderView::sectionCountChanged, m_table, &QWidget::updateGeometry);
+    connect(m_table, &QTableWidget::currentCellChanged, this, &ReportPage::showCurrentCell);
+}
+
+// The table is as high as its rows and scrolls nothing itself.
+void ReportPage::showCurrentCell()
+{
+    const QTableWidgetItem* cell = m_table->currentItem();
+    if (cell == nullptr)
+        return;
+    const QRect place = m_table->visualItemRect(cell);
+    const QPoint middle = m_table->viewport()->mapTo(m_area->widget(), place.center());
+    m_area->ensureVisible(middle.x(), middle.y(), 0, place.height());
 }
 
 void ReportPage::buildCertificateBox(QBoxLayout* page)

@@ -39,14 +39,19 @@ signals:
     void printClicked();
 
 private: // set-up, from the outside in as `MainWindow::setupUI`
-    void buildCanvas(QScrollArea* area);
+    void buildCanvas();
     void buildTitleBar(QBoxLayout* page);
     void buildDrawingFrame(QBoxLayout* page);
     void buildTableBlock(QBoxLayout* page);
     void buildCertificateBox(QBoxLayout* page);
     void buildBottomBar(QBoxLayout* page);
 
+private: // helpers
+    /// Scrolls the page to the cell that the keys have come to.
+    void showCurrentCell();
+
 private: // data
+    QScrollArea* m_area = nullptr;
     TrussView* m_drawing = nullptr;
     QTableWidget* m_table = nullptr;
     QLabel* m_certificate = nullptr;

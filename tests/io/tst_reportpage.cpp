@@ -1,6 +1,7 @@
 #include "canvas/TrussView.h"
 #include "io/HtmlReport.h"
 #include "io/ReportPage.h"
+#include "support/Contrast.h"
 #include "support/ReportDocument.h"
 
 #include <QHeaderView>
@@ -9,6 +10,7 @@
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableWidget>
 #include <QTest>
@@ -176,6 +178,12 @@ QStringList documentVerdicts(const ReportDocument& document, const Figures& proj
     return verdicts;
 }
 
+/// Heading, rows and the frame of one pixel on either side.
+int heightOfContent(const QTableWidget* table)
+{
+    return table->horizontalHeader()->height() + table->verticalHeader()->length() + 2;
+}
+
 } // namespace
 
 class TestReportPage : public QObject
@@ -186,6 +194,11 @@ private slots:
     void init();
     void widgets_areLaidOutAndStyled();
     void table_hasItsHeadersAndCannotBeEdited();
+    void table_isAsHighAsItsRows();
+    void table_beyondWhatAPageCanShow_scrollsItself();
+    void table_thatLostRows_isLowAgain();
+    void keysInTheTable_scrollThePage();
+    void scrollBar_isSeenOnWhite();
     void bottomBar_hasBothButtons();
     void buttons_emitTheirSignals();
     void drawing_isInPrintMode();
@@ -269,6 +282,87 @@ void TestReportPage::table_hasItsHeadersAndCannotBeEdited()
              u"New'; "
              "border: 1px solid #CCC; }QHeaderView::section { background-color: #F0F0F0; color: #333; "
              "font-weight: bold; }"_s);
+}
+
+void TestReportPage::table_isAsHighAsItsRows()
+{
+    ReportPage page;
+    page.resize(1300, 700);
+    page.show();
+    page.fill(figuresOf(QList<ProjectState>(30, heavyProject())));
+    QCoreApplication::processEvents();
+    const QTableWidget* table = page.table();
+    QCOMPARE(table->rowCount(), 30 * 5);
+    QCOMPARE(table->height(), heightOfContent(table));
+    QVERIFY(!table->verticalScrollBar()->isVisible());
+    QVERIFY(!table->horizontalScrollBar()->isVisible());
+    const QScrollBar* bar = page.findChild<QScrollArea*>()->verticalScrollBar();
+    QVERIFY(bar->isVisible());
+    QVERIFY(bar->maximum() > table->height() - 700);
+}
+
+void TestReportPage::table_beyondWhatAPageCanShow_scrollsItself()
+{
+    ReportPage page;
+    page.resize(1300, 700);
+    page.show();
+    page.fill(figuresOf({usualProject()}));
+    page.table()->setRowCount(50'000);
+    QCoreApplication::processEvents();
+    QTRY_COMPARE(page.table()->height(), 400'000);
+    QVERIFY(page.table()->verticalScrollBar()->isVisible());
+}
+
+void TestReportPage::table_thatLostRows_isLowAgain()
+{
+    ReportPage page;
+    page.resize(1300, 700);
+    page.show();
+    page.fill(figuresOf(QList<ProjectState>(30, heavyProject())));
+    QCoreApplication::processEvents();
+    page.fill(figuresOf({usualProject()}));
+    QCoreApplication::processEvents();
+    QTRY_COMPARE(page.table()->height(), 200);
+}
+
+void TestReportPage::keysInTheTable_scrollThePage()
+{
+    ReportPage page;
+    page.resize(1300, 700);
+    page.show();
+    page.fill(figuresOf(QList<ProjectState>(30, heavyProject())));
+    QCoreApplication::processEvents();
+    QTableWidget* table = page.table();
+    QScrollArea* area = page.findChild<QScrollArea*>();
+    const auto isSeen = [table, area] {
+        const QRect cell = table->visualItemRect(table->currentItem());
+        const QPoint middle = table->viewport()->mapTo(area->viewport(), cell.center());
+        return area->viewport()->rect().contains(middle);
+    };
+    table->setCurrentCell(1, 0);
+    QVERIFY(isSeen());
+    for (int row = 1; row < 149; ++row) {
+        QTest::keyClick(table, Qt::Key_Down);
+        QVERIFY2(isSeen(), qPrintable(QString::number(row)));
+    }
+    QTest::keyClick(table, Qt::Key_Home, Qt::ControlModifier);
+    QVERIFY(isSeen());
+}
+
+void TestReportPage::scrollBar_isSeenOnWhite()
+{
+    ReportPage page;
+    page.resize(1300, 700);
+    page.show();
+    page.fill(figuresOf(QList<ProjectState>(8, heavyProject())));
+    QCoreApplication::processEvents();
+    QScrollBar* bar = page.findChild<QScrollArea*>()->verticalScrollBar();
+    QVERIFY(bar->isVisible());
+    const QImage picture = bar->grab().toImage();
+    const QColor handle = picture.pixelColor(picture.width() / 2, 20);
+    const QColor groove = picture.pixelColor(picture.width() / 2, picture.height() - 20);
+    QVERIFY(Support::contrast(handle, groove) >= 3.0);
+    QVERIFY(Support::contrast(handle, Qt::white) >= 3.0);
 }
 
 void TestReportPage::bottomBar_hasBothButtons()
