@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -108,6 +109,9 @@ ReportPage::ReportPage(QWidget* parent)
     m_area->horizontalScrollBar()->setStyleSheet(SCROLL_BAR_STYLE);
     buildCanvas();
     buildBottomBar(layout);
+
+    auto* leave = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    connect(leave, &QShortcut::activated, this, &ReportPage::backClicked);
 }
 
 TrussView* ReportPage::drawing() const
@@ -212,6 +216,7 @@ void ReportPage::buildTableBlock(QBoxLayout* page)
     m_table->setMinimumHeight(MINIMUM_HEIGHT);
     m_table->setMaximumHeight(TALLEST_TABLE);
     m_table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    m_table->setTabKeyNavigation(false); // the keys would never leave it
     m_table->verticalScrollBar()->setStyleSheet(SCROLL_BAR_STYLE);
     connect(m_table->verticalHeader(), &QHeaderView::sectionCountChanged, m_table, &QWidget::updateGeometry);
     connect(m_table, &QTableWidget::currentCellChanged, this, &ReportPage::showCurrentCell);

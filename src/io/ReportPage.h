@@ -34,7 +34,8 @@ public: // commands
     void fill(const QList<Figures>& projects);
 
 signals:
-    /// The user wants to go back to the design, or the report written as a document.
+    /// The user wants to go back to the design (the button, the Escape key), or the report written as a
+    /// document.
     void backClicked();
     void printClicked();
 

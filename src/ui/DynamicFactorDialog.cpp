@@ -101,6 +101,7 @@ QTableWidget* DynamicFactorDialog::createTable(const QList<Motor>& motors)
     table->horizontalHeader()->setStretchLastSection(true);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionMode(QAbstractItemView::NoSelection);
+    table->setTabKeyNavigation(false); // the keys would never leave it
     table->setStyleSheet(Styles::FACTOR_TABLE);
 
     int row = 0;
