@@ -1,5 +1,7 @@
 #include "app/Appearance.h"
 
+#include "app/Legibility.h"
+
 #include <QApplication>
 #include <QColor>
 #include <QIcon>
@@ -79,6 +81,7 @@ void Appearance::apply(QApplication& application)
     // The point is the decimal sign everywhere; a comma locale would read a typed 0.5 as 5.
     QLocale::setDefault(QLocale::c());
     translateDialogs(application);
+    Legibility::install(application);
 
     QApplication::setApplicationName(u"VelmoraMaster"_s);
     QApplication::setOrganizationName(u"Velmora"_s);
