@@ -2,6 +2,7 @@
 
 #include "engine/Limits.h"
 #include "engine/Numbers.h"
+#include "ui/FocusRing.h"
 #include "ui/Styles.h"
 
 #include <QHeaderView>
@@ -73,6 +74,7 @@ DynamicFactorDialog::DynamicFactorDialog(const QList<Motor>& motors, QWidget* pa
     layout->addWidget(createTable(motors));
     layout->addWidget(createSummary(motors));
     layout->addWidget(createCloseButton(this), 0, Qt::AlignRight);
+    new FocusRing(this);
 }
 
 QLabel* DynamicFactorDialog::createExplanation()

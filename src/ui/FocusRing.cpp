@@ -1,9 +1,10 @@
 #include "ui/FocusRing.h"
 
 #include <QAbstractButton>
+#include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
 #include <QApplication>
-#include <QEvent>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QPainter>
 
@@ -12,13 +13,23 @@ namespace
 
 constexpr int THICKNESS = 2; // [px]
 const QColor ACCENT(0x00, 0xBF, 0xFF);
+const QColor ACCENT_ON_WHITE(0x00, 0x5A, 0x9E);
 
-/// The canvas and the scroll areas would only be framed as a whole.
 bool isFieldOrButton(const QWidget* widget)
 {
     return qobject_cast<const QLineEdit*>(widget) != nullptr
            || qobject_cast<const QAbstractSpinBox*>(widget) != nullptr
            || qobject_cast<const QAbstractButton*>(widget) != nullptr;
+}
+
+bool isScrolled(const QWidget* widget)
+{
+    return qobject_cast<const QAbstractScrollArea*>(widget) != nullptr;
+}
+
+bool isTabKey(Qt::FocusReason reason)
+{
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
 }
 
 } // namespace
@@ -30,6 +41,7 @@ FocusRing::FocusRing(QWidget* window)
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
     hide();
+    qApp->installEventFilter(this);
     connect(qApp, &QApplication::focusChanged, this,
             [this](const QWidget* /*before*/, QWidget* now) { follow(now); });
 }
@@ -41,6 +53,10 @@ QWidget* FocusRing::framed() const
 
 QColor FocusRing::colour() const
 {
+    if (isScrolled(m_framed)) {
+        const bool isWhite = m_framed->palette().color(QPalette::Window).lightness() > 128;
+        return isWhite ? ACCENT_ON_WHITE : ACCENT;
+    }
     const auto* button = qobject_cast<const QAbstractButton*>(m_framed.data());
     const bool isAccented = button != nullptr && button->palette().color(QPalette::ButtonText) == ACCENT;
     return isAccented ? QColor(Qt::white) : ACCENT;
@@ -48,15 +64,13 @@ QColor FocusRing::colour() const
 
 void FocusRing::follow(QWidget* focused)
 {
-    if (m_framed != nullptr)
-        m_framed->removeEventFilter(this);
     m_framed = nullptr;
     hide();
-    if (m_window == nullptr || focused == nullptr || !isFieldOrButton(focused) || focused->isWindow()
-        || focused->window() != m_window)
+    const bool isShown =
+        focused != nullptr && (isFieldOrButton(focused) || (isScrolled(focused) && m_byTabKey));
+    if (m_window == nullptr || !isShown || focused->isWindow() || focused->window() != m_window)
         return;
     m_framed = focused;
-    m_framed->installEventFilter(this);
     setParent(m_framed->parentWidget());
     place();
 }
@@ -73,6 +87,8 @@ void FocusRing::place()
 
 bool FocusRing::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::FocusIn && watched->isWidgetType())
+        m_byTabKey = isTabKey(static_cast<QFocusEvent*>(event)->reason());
     const bool moved = event->type() == QEvent::Move || event->type() == QEvent::Resize
                        || event->type() == QEvent::Show || event->type() == QEvent::Hide;
     if (moved && watched == m_framed)

@@ -4,7 +4,9 @@
 #include <QWidget>
 
 /// A bright frame around the field or button of its window that has the keyboard focus: the dark theme
-/// alone does not show where the keys go. Takes no input, and lies over its widget as a sibling.
+/// alone does not show where the keys go. What scrolls, a page or a table, is framed where the Tab key came
+/// to it; a press anywhere in it gives it the focus too, and would only flash a frame around everything.
+/// Takes no input, and lies over its widget as a sibling.
 class FocusRing : public QWidget
 {
     Q_OBJECT
@@ -16,7 +18,8 @@ public: // construction
 public: // queries
     /// The widget that it frames, or nothing while it is hidden.
     [[nodiscard]] QWidget* framed() const;
-    /// Its colour: the accent, or white around what is drawn in the accent itself.
+    /// Its colour: the accent, white around what is drawn in the accent itself, or a dark blue around what
+    /// is white.
     [[nodiscard]] QColor colour() const;
 
 public: // overrides
@@ -32,4 +35,5 @@ private: // helpers
 private: // data
     QPointer<QWidget> m_window;
     QPointer<QWidget> m_framed;
+    bool m_byTabKey = false; ///< the last focus was given by the Tab key
 };

@@ -1,5 +1,6 @@
 #include "ui/InfoWindow.h"
 
+#include "ui/FocusRing.h"
 #include "ui/Styles.h"
 
 #include <QPushButton>
@@ -51,4 +52,5 @@ InfoWindow::InfoWindow(QWidget* parent)
     layout->setContentsMargins(20, 20, 20, 20);
     layout->addWidget(browser);
     layout->addWidget(close, 0, Qt::AlignRight);
+    new FocusRing(this);
 }

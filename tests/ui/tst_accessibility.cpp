@@ -1,12 +1,16 @@
 #include "app/Appearance.h"
 #include "support/Contrast.h"
 #include "support/Window.h"
+#include "ui/DynamicFactorDialog.h"
 #include "ui/FocusRing.h"
+#include "ui/InfoWindow.h"
 #include "ui/ProjectDescription.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QHash>
+#include <QScrollArea>
+#include <QSet>
 
 #include <algorithm>
 #include <limits>
@@ -76,6 +80,10 @@ private slots:
     void tabKeys_followTheEye();
     void texts_standOut();
     void ring_framesTheFocusedFieldOrButton();
+    void ring_framesEveryTabStop();
+    void ring_framesTheStopsOfTheReportPage();
+    void ring_framesTheStopsOfTheDialogs();
+    void ring_isNotDrawnForAPressedPage();
     void ring_isHiddenForTheCanvas();
     void ring_isWhiteAroundTheAccent();
     void ring_isSeen();
@@ -352,6 +360,64 @@ void TestAccessibility::ring_framesTheFocusedFieldOrButton()
         QCOMPARE(ring()->geometry(), widget->geometry().adjusted(-2, -2, 2, 2));
         QCOMPARE(ring()->colour(), QColor(0x00, 0xBF, 0xFF));
     }
+}
+
+void TestAccessibility::ring_framesEveryTabStop()
+{
+    showEverything();
+    m_bench->field("trussLength")->setFocus();
+    for (int i = 0; i < 40; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(ring()->isVisible());
+        QCOMPARE(ring()->framed(), QApplication::focusWidget());
+    }
+}
+
+void TestAccessibility::ring_framesTheStopsOfTheReportPage()
+{
+    showEverything();
+    m_bench->window.onGenerateReportClicked();
+    m_bench->button(u"← VOLVER AL DISEÑO"_s)->setFocus();
+    QSet<QWidget*> framed;
+    for (int i = 0; i < 8; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(ring()->isVisible());
+        QCOMPARE(ring()->framed(), QApplication::focusWidget());
+        framed.insert(ring()->framed());
+        if (qobject_cast<QAbstractScrollArea*>(ring()->framed()) != nullptr)
+            QVERIFY(Support::contrast(ring()->colour(), Qt::white) >= 3.0);
+    }
+    QCOMPARE(framed.size(), 4); // page, table, back, print
+}
+
+void TestAccessibility::ring_framesTheStopsOfTheDialogs()
+{
+    InfoWindow legal(nullptr);
+    DynamicFactorDialog factor(LoadLogic::MotorList, nullptr);
+    for (QDialog* dialog : {static_cast<QDialog*>(&legal), static_cast<QDialog*>(&factor)}) {
+        dialog->show();
+        dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
+        const auto* frame = dialog->findChild<FocusRing*>();
+        dialog->findChild<QPushButton*>()->setFocus();
+        for (int i = 0; i < 3; ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QVERIFY(frame->isVisible());
+            QCOMPARE(frame->framed(), QApplication::focusWidget());
+            QVERIFY(Support::contrast(frame->colour(), QColor(u"#2D2D2D"_s)) >= 3.0);
+        }
+    }
+}
+
+// A press between the fields gives the page the focus, for the wheel; nobody looks for the keys then.
+void TestAccessibility::ring_isNotDrawnForAPressedPage()
+{
+    showEverything();
+    m_bench->field("trussLength")->setFocus();
+    auto* area = m_bench->window.findChild<QScrollArea*>();
+    area->setFocus(Qt::MouseFocusReason);
+    QVERIFY(area->hasFocus());
+    QVERIFY(!ring()->isVisible());
 }
 
 void TestAccessibility::ring_isHiddenForTheCanvas()
