@@ -2,6 +2,7 @@
 
 #include "canvas/TrussView.h"
 #include "engine/Edits.h"
+#include "ui/CutTexts.h"
 #include "ui/FieldKeys.h"
 #include "ui/FieldPaste.h"
 #include "ui/FieldPointer.h"
@@ -54,6 +55,7 @@ MainWindow::MainWindow(QWidget* parent)
     FieldKeys::install();
     FieldPaste::install();
     FieldPointer::install();
+    CutTexts::install();
     startDescribing();
     setupUI();
     new FocusRing(this);

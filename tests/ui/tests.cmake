@@ -1,6 +1,7 @@
 # velmora_test(ui NAME) for each tst_NAME.cpp of this folder
 velmora_test(ui accessibility)
 velmora_test(ui controls)
+velmora_test(ui cuttexts)
 velmora_test(ui dialogs)
 velmora_test(ui drop)
 velmora_test(ui fields)
