@@ -71,8 +71,11 @@ void TrussView::moveMotor(float metres)
         m_grabbedMotor->positionX = LoadLogic::ClampToTruss(metres);
         LoadLogic::MotorList[draggedMotor].positionX = m_grabbedMotor->positionX;
     }
-    if (CanvasHost* window = host())
+    if (CanvasHost* window = host()) {
+        if (draggedMotor != -1)
+            m_grabbedMotor = MotorIdentity::beforeSorting(LoadLogic::MotorList, draggedMotor);
         window->edited();
+    }
     followMotor();
     update();
 }

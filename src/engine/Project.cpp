@@ -1,6 +1,7 @@
 #include "engine/Project.h"
 
 #include "engine/Numbers.h"
+#include "engine/PointLoads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,6 +19,23 @@ constexpr float CENTRE_TOLERANCE = 0.001F;
 MotorIdentity MotorIdentity::at(const QList<Motor>& motors, int index)
 {
     return {motors.at(index).id, motors.at(index).positionX, index};
+}
+
+// The sort keeps the order of motors at one place.
+MotorIdentity MotorIdentity::beforeSorting(const QList<Motor>& motors, int index)
+{
+    MotorIdentity motor = at(motors, index);
+    const auto comesFirst = [&motor](const Motor& other, bool isEarlier) {
+        return isLeftOf(other.positionX, motor.positionX)
+               || (isEarlier && !isLeftOf(motor.positionX, other.positionX));
+    };
+    int sorted = 0;
+    for (int i = 0; i < motors.size(); ++i) {
+        if (i != index && comesFirst(motors.at(i), i < index))
+            ++sorted;
+    }
+    motor.index = sorted;
+    return motor;
 }
 
 int MotorIdentity::indexIn(const QList<Motor>& motors) const

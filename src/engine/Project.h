@@ -68,6 +68,9 @@ struct MotorIdentity
 public: // construction
     /// The motor at `index` of `motors`, which must be one of them.
     static MotorIdentity at(const QList<Motor>& motors, int index);
+    /// As `at`, with the index that the motor will have once a calculation has sorted the motors by their
+    /// positions: a motor that was moved may then stand at another motor's place, under the same id.
+    static MotorIdentity beforeSorting(const QList<Motor>& motors, int index);
 
 public: // queries
     /// Where the motor now is in `motors`: at its index if the motor there has its id and position, else

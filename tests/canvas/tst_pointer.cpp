@@ -87,6 +87,12 @@ private slots:
     void withoutWindow_theEngineIsStillChanged();
     void deletedWhileDragged_endsTheDrag();
 
+    void repeatedIds_thePressedMotorIsDraggedThroughTheOthers_data();
+    void repeatedIds_thePressedMotorIsDraggedThroughTheOthers();
+    void repeatedIds_theClickedLabelsMotorIsMoved();
+    void repeatedIds_theClickedLabelsLoadIsMoved();
+    void loadOfIdMinusOne_hasItsDialog();
+
     void motorLabel_asksForTheExactPosition();
     void exactPosition_isHeldOnTheTruss();
     void exactPosition_ofALoad();
@@ -363,6 +369,117 @@ void TestPointer::deletedWhileDragged_endsTheDrag()
     move(column(8.0F));
     QCOMPARE(view->draggedMotor, -1);
     QCOMPARE(motorAt(0), 5.0F);
+}
+
+void TestPointer::repeatedIds_thePressedMotorIsDraggedThroughTheOthers_data()
+{
+    QTest::addColumn<float>("from");
+    QTest::addColumn<QList<float>>("stops");
+    QTest::newRow("to the right, onto each") << 1.0F << QList<float>{2.0F, 4.0F, 6.0F, 8.0F, 9.0F};
+    QTest::newRow("to the left, onto each") << 9.0F << QList<float>{8.0F, 6.0F, 4.0F, 2.0F, 1.0F};
+    QTest::newRow("to the left, past two, onto the third") << 9.0F << QList<float>{4.0F, 3.0F};
+    QTest::newRow("to the right, past two, onto the third") << 1.0F << QList<float>{6.0F, 7.0F};
+    QTest::newRow("to the left and back") << 9.0F << QList<float>{6.0F, 4.0F, 6.0F, 8.0F, 9.5F};
+    QTest::newRow("to the right and back") << 1.0F << QList<float>{6.0F, 4.0F, 2.0F, 0.5F};
+}
+
+// As from a file in which every motor has the id 0: the pressed one alone weighs 77 kg.
+void TestPointer::repeatedIds_thePressedMotorIsDraggedThroughTheOthers()
+{
+    QFETCH(float, from);
+    QFETCH(QList<float>, stops);
+    for (const float x : {2.0F, 4.0F, 6.0F, 8.0F, from}) {
+        LoadLogic::AddMotor(x);
+        for (LoadLogic::Motor& motor : LoadLogic::MotorList) {
+            motor.id = 0;
+            motor.selfWeight = motor.positionX == from ? 77.0F : 50.0F;
+        }
+    }
+    press(column(from), LINE - 10);
+    for (const float x : stops) {
+        move(column(x));
+        for (const LoadLogic::Motor& motor : std::as_const(LoadLogic::MotorList)) {
+            if (motor.selfWeight == 77.0F)
+                QCOMPARE(motor.positionX, x);
+        }
+        QCOMPARE(LoadLogic::MotorList.at(view->draggedMotor).selfWeight, 77.0F);
+    }
+    release();
+    QList<float> others;
+    for (const LoadLogic::Motor& motor : std::as_const(LoadLogic::MotorList)) {
+        if (motor.selfWeight != 77.0F)
+            others.append(motor.positionX);
+    }
+    QCOMPARE(others, QList<float>({2.0F, 4.0F, 6.0F, 8.0F}));
+}
+
+void TestPointer::repeatedIds_theClickedLabelsMotorIsMoved()
+{
+    for (const float x : {2.0F, 5.0F, 8.0F})
+        LoadLogic::AddMotor(x);
+    for (LoadLogic::Motor& motor : LoadLogic::MotorList) {
+        motor.id = 0;
+        motor.modelName = u"D"_s + QString::number(static_cast<int>(motor.positionX));
+    }
+    QString title;
+    double value = 0.0;
+    const Support::Answer<QInputDialog> answer([&](QInputDialog& dialog) {
+        title = dialog.windowTitle();
+        value = dialog.doubleValue();
+        dialog.setDoubleValue(1.0);
+        dialog.accept();
+    });
+    press(column(5.0F), LINE - 112);
+    QVERIFY(answer.given());
+    QCOMPARE(title, u"Motor D5 — Posición exacta"_s);
+    QCOMPARE(value, 0.0);
+    QCOMPARE(LoadLogic::MotorList.at(1).modelName, u"D5"_s);
+    QCOMPARE(motorAt(0), 2.0F);
+    QCOMPARE(motorAt(1), 6.0F);
+    QCOMPARE(motorAt(2), 8.0F);
+}
+
+void TestPointer::repeatedIds_theClickedLabelsLoadIsMoved()
+{
+    for (const float x : {2.0F, 5.0F, 8.0F})
+        hangLoad(x, u"PA"_s + QString::number(static_cast<int>(x)));
+    for (LoadLogic::ActiveLoad& load : LoadLogic::ActiveLoads)
+        load.id = 0;
+    QString title;
+    double value = 0.0;
+    const Support::Answer<QInputDialog> answer([&](QInputDialog& dialog) {
+        title = dialog.windowTitle();
+        value = dialog.doubleValue();
+        dialog.setDoubleValue(-1.0);
+        dialog.accept();
+    });
+    press(column(8.0F), LINE + 105);
+    QVERIFY(answer.given());
+    QCOMPARE(title, u"Carga PA8 — Posición exacta"_s);
+    QCOMPARE(value, 3.0);
+    QCOMPARE(LoadLogic::ActiveLoads.at(0).positionX, 2.0F);
+    QCOMPARE(LoadLogic::ActiveLoads.at(1).positionX, 5.0F);
+    QCOMPARE(LoadLogic::ActiveLoads.at(2).positionX, 4.0F);
+}
+
+// An id that stands for no load elsewhere, but a file may hold it.
+void TestPointer::loadOfIdMinusOne_hasItsDialog()
+{
+    hangLoad(2.0F);
+    hangLoad(8.0F, QString());
+    for (LoadLogic::ActiveLoad& load : LoadLogic::ActiveLoads)
+        load.id = -1;
+    QString title;
+    const Support::Answer<QInputDialog> answer([&](QInputDialog& dialog) {
+        title = dialog.windowTitle();
+        dialog.setDoubleValue(-1.0);
+        dialog.accept();
+    });
+    press(column(8.0F), LINE + 105);
+    QVERIFY(answer.given());
+    QCOMPARE(title, u"Carga L-1 — Posición exacta"_s);
+    QCOMPARE(LoadLogic::ActiveLoads.at(0).positionX, 2.0F);
+    QCOMPARE(LoadLogic::ActiveLoads.at(1).positionX, 4.0F);
 }
 
 void TestPointer::motorLabel_asksForTheExactPosition()
