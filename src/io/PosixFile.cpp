@@ -75,14 +75,14 @@ int openExisting(const Path& path, Posix::ExistingFile::Use use)
 {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error))
-        return -1;
+        return Posix::OpenFile::NONE;
     const int usual = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
     const int flags = use == Posix::ExistingFile::Use::Read ? O_RDONLY : O_RDWR | O_NOFOLLOW;
     const int descriptor = uninterrupted([&] { return open(path.c_str(), flags | usual); });
     if (isRegular(statusOf(descriptor)))
         return descriptor;
     close(descriptor); // if it was opened
-    return -1;
+    return Posix::OpenFile::NONE;
 }
 
 /// Looks twice, as `openExisting` does. Opening a pipe does not wait for those who write into it.
@@ -168,8 +168,8 @@ bool Posix::makePrivateFolder(const Path& folder)
 
 bool Posix::syncFolder(const Path& folder)
 {
-    const int descriptor = uninterrupted(
-        [&] { return open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+    const int descriptor =
+        uninterrupted([&] { return open((folder / ".").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
     if (descriptor == -1)
         return errno == EACCES;
     const int result = uninterrupted([&] { return fsync(descriptor); });

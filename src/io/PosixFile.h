@@ -40,6 +40,9 @@ bool syncFolder(const Path& folder);
 /// An open file, or none; closed with the object.
 class OpenFile
 {
+public:
+    static constexpr int NONE = -1; ///< instead of a file, as the system's calls return it
+
 public: // construction
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
@@ -80,7 +83,6 @@ private:
     [[nodiscard]] bool append(const char* bytes, qint64 size);
     [[nodiscard]] bool hasMore() const;
 
-    static constexpr int NONE = -1; ///< as the system's calls return it
     int m_descriptor;
     std::optional<int> m_patience; ///< how long to wait for what is to be read [ms]; nothing: no need to
 };

@@ -34,8 +34,10 @@ namespace
 std::optional<std::string> attributeOf(const Path& path, const char* name)
 {
     const ssize_t size = lgetxattr(path.c_str(), name, nullptr, 0);
-    std::string value(static_cast<std::size_t>(qMax<ssize_t>(size, 0)), '\0');
-    const bool isRead = size != -1 && lgetxattr(path.c_str(), name, value.data(), value.size()) == size;
+    if (size == -1)
+        return std::nullopt;
+    std::string value(static_cast<std::size_t>(size), '\0');
+    const bool isRead = lgetxattr(path.c_str(), name, value.data(), value.size()) == size;
     return isRead ? std::optional(value) : std::nullopt;
 }
 

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -49,6 +50,7 @@ struct Fault
 };
 
 Fault fault;
+ino_t syncedFolder = 0; ///< the last one
 
 bool fails(Call call)
 {
@@ -85,7 +87,13 @@ int fdatasync(int descriptor)
 
 int fsync(int descriptor)
 {
-    return fails(Call::SyncFolder) ? -1 : static_cast<int>(syscall(SYS_fsync, descriptor));
+    if (fails(Call::SyncFolder))
+        return -1;
+    struct stat status
+    {
+    };
+    syncedFolder = fstat(descriptor, &status) == 0 ? status.st_ino : 0;
+    return static_cast<int>(syscall(SYS_fsync, descriptor));
 }
 
 // As the kernel does it: closed, whatever it tells.
@@ -165,6 +173,8 @@ private slots:
     void failureToRestore_leavesTheCopy();
     void unusableRecoveryFolder_isReplacedByTheTemporaryOne_data();
     void unusableRecoveryFolder_isReplacedByTheTemporaryOne();
+    void folderOfTheFile_isSynced_data();
+    void folderOfTheFile_isSynced();
     void unsyncedFolder_isTold();
     void folderThatCannotBeSynced_isNoFailure_data();
     void folderThatCannotBeSynced_isNoFailure();
@@ -328,6 +338,31 @@ void TestDiskFailures::unusableRecoveryFolder_isReplacedByTheTemporaryOne()
     const QStringList copies = entries(u"temporal"_s);
     QCOMPARE(copies.size(), 1);
     QCOMPARE(contentOf(path(u"temporal/"_s + copies.at(0))), OLD);
+}
+
+void TestDiskFailures::folderOfTheFile_isSynced_data()
+{
+    QTest::addColumn<bool>("isRelative");
+    QTest::newRow("whole path") << false;
+    QTest::newRow("name in the working folder") << true;
+}
+
+void TestDiskFailures::folderOfTheFile_isSynced()
+{
+    QFETCH(const bool, isRelative);
+    const QString before = QDir::currentPath();
+    if (isRelative)
+        QVERIFY(QDir::setCurrent(m_folder->path()));
+    syncedFolder = 0;
+    const bool saved = SafeFile::save(isRelative ? u"gira.rig"_s : path(u"gira.rig"_s), NEW);
+    QVERIFY(QDir::setCurrent(before));
+    QVERIFY(saved);
+    struct stat folder
+    {
+    };
+    QCOMPARE(stat(QFile::encodeName(m_folder->path()).constData(), &folder), 0);
+    QCOMPARE(syncedFolder, folder.st_ino);
+    QCOMPARE(contentOf(path(u"gira.rig"_s)), NEW);
 }
 
 // The new file is there, but its name may be lost with the current.

@@ -485,13 +485,14 @@ void TestProjectFile::fileThatBecomesAPipe_isNotWaitedFor()
     const QByteArray pipe = QFile::encodeName(folder.filePath(u"tubo"_s));
     QCOMPARE(mkfifo(pipe.constData(), S_IRUSR | S_IWUSR), 0);
     std::atomic<bool> waits = true;
+    std::atomic<bool> isPipeRead = false; // as an empty file would be
     std::thread reader;
     {
         const Changeling changeling(path, pipe);
         reader = std::thread([&] {
             const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
             while (std::chrono::steady_clock::now() < end)
-                ProjectFile::read(path);
+                isPipeRead = isPipeRead || ProjectFile::read(path).failure == Failure::NotAProject;
             waits = false;
         });
         for (int i = 0; i < 200 && waits; ++i)
@@ -506,6 +507,7 @@ void TestProjectFile::fileThatBecomesAPipe_isNotWaitedFor()
     }
     reader.join();
     QVERIFY(!waited);
+    QVERIFY(!isPipeRead);
 #else
     QSKIP("No named pipes here");
 #endif
