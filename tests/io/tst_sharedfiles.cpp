@@ -119,6 +119,7 @@ private slots:
     void ofTheLongestName_works_data();
     void ofTheLongestName_works();
     void toANameWithAZero_fails();
+    void files_areClosed();
 };
 
 void TestSharedFiles::ofANewFile_permitsWhatIsUsual()
@@ -172,6 +173,7 @@ void TestSharedFiles::keepsFurtherNames_data()
     QTest::newRow("longer") << QByteArray("viejo") << QByteArray("nuevo y más largo");
     QTest::newRow("shorter") << QByteArray(300'000, 'v') << QByteArray("nuevo");
     QTest::newRow("large") << QByteArray(300'000, 'v') << QByteArray(400'000, 'n');
+    QTest::newRow("from one byte") << QByteArray("v") << QByteArray("nuevo");
     QTest::newRow("from nothing") << QByteArray() << QByteArray("nuevo");
 }
 
@@ -450,6 +452,33 @@ void TestSharedFiles::toANameWithAZero_fails()
     QVERIFY(!SafeFile::save(path + QChar(u'\0') + u".rig"_s, "nuevo"));
     QVERIFY(!SafeFile::read(path + QChar(u'\0') + u".rig"_s, 100).has_value());
     QCOMPARE(contentOf(path), QByteArray("viejo"));
+}
+
+void TestSharedFiles::files_areClosed()
+{
+#ifdef Q_OS_LINUX
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.rig"_s);
+    const QString shared = folder.filePath(u"b.rig"_s);
+    put(path, "viejo");
+    put(shared, "viejo");
+    addName(shared, folder.filePath(u"c.rig"_s));
+    const QString copies = folder.filePath(u"copias"_s);
+    const qsizetype before = entries(u"/proc/self/fd"_s).size();
+    QVERIFY(SafeFile::save(path, "nuevo", copies));
+    QVERIFY(SafeFile::save(shared, "nuevo", copies));
+    QVERIFY(SafeFile::read(path, 100).has_value());
+    QVERIFY(SafeFile::publish(path, "informe"));
+    {
+        const FullDisk disk;
+        QVERIFY(!SafeFile::save(path, QByteArray(100, 'n'), copies));
+        QVERIFY(!SafeFile::save(shared, QByteArray(100, 'n'), copies));
+        QVERIFY(!SafeFile::publish(path, QByteArray(100, 'n')));
+    }
+    QCOMPARE(entries(u"/proc/self/fd"_s).size(), before);
+#else
+    QSKIP("The list of Linux");
+#endif
 }
 
 QTEST_GUILESS_MAIN(TestSharedFiles)
