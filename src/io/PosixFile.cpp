@@ -28,6 +28,13 @@ constexpr int MOST_LINKS = 40;
 
 constexpr std::size_t CHUNK = 65'536; // [bytes]
 
+// Systems without synchronized input and output have only the call that syncs more.
+#if defined(_POSIX_SYNCHRONIZED_IO) && _POSIX_SYNCHRONIZED_IO > 0
+constexpr auto syncContent = fdatasync;
+#else
+constexpr auto syncContent = fsync;
+#endif
+
 constexpr mode_t ALL_PERMISSIONS = S_ISUID | S_ISGID | S_ISVTX | S_IRWXU | S_IRWXG | S_IRWXO;
 constexpr mode_t WRITABLE_BY_ANYBODY = S_IWUSR | S_IWGRP | S_IWOTH;
 
@@ -242,12 +249,7 @@ bool OpenFile::lock()
 
 bool OpenFile::finish()
 {
-    // Systems without synchronized input and output have only the call that syncs more.
-#if defined(_POSIX_SYNCHRONIZED_IO) && _POSIX_SYNCHRONIZED_IO > 0
-    const bool isSynced = uninterrupted([&] { return fdatasync(m_descriptor); }) == 0;
-#else
-    const bool isSynced = uninterrupted([&] { return fsync(m_descriptor); }) == 0;
-#endif
+    const bool isSynced = uninterrupted([&] { return syncContent(m_descriptor); }) == 0;
     // Whatever it returns, there is nothing left to be closed again.
     const bool isClosed = close(m_descriptor) == 0;
     m_descriptor = NONE;
