@@ -1,5 +1,7 @@
 #include "engine/AnyLevelling.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -30,9 +32,8 @@ std::vector<AnyLevelling::Range> AnyLevelling::ranges(const TrussBeam& beam)
     for (const double position : x)
         ranges.push_back({mostAt(beam, position), 0.0});
 
-    if (x[1] >= beam.centre)
-        ranges.front().least = shareAgainst(beam, x.front(), x[1]);
-    if (x[last - 1] <= beam.centre)
-        ranges.back().least = shareAgainst(beam, x.back(), x[last - 1]);
+    // Negative where the neighbour is on the same side of the centre of gravity.
+    ranges.front().least = std::max(0.0, shareAgainst(beam, x.front(), x[1]));
+    ranges.back().least = std::max(0.0, shareAgainst(beam, x.back(), x[last - 1]));
     return ranges;
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numeric>
 
 namespace
@@ -53,14 +54,14 @@ struct Span
 void notePeak(Extremes& extremes, const Span& span, double w, const LoadRow& row)
 {
     const std::size_t first = row.countUpTo(span.from);
-    const auto begin = row.loads.begin() + static_cast<std::ptrdiff_t>(first);
-    const auto end = row.loads.begin() + static_cast<std::ptrdiff_t>(row.countLeftOf(span.end));
+    const auto begin = std::next(row.loads.begin(), static_cast<std::ptrdiff_t>(first));
+    const auto end = std::next(row.loads.begin(), static_cast<std::ptrdiff_t>(row.countLeftOf(span.end)));
     const auto risesBehind = [&](const PointMass& load) {
         const auto next = static_cast<std::size_t>(&load - row.loads.data()) + 1;
         const double hanging = row.massBefore[next] - row.massBefore[first];
         return span.start.shear - hanging - w * (load.position - span.from) > 0.0;
     };
-    const auto turning = begin < end ? std::partition_point(begin, end, risesBehind) : begin;
+    const auto turning = std::partition_point(begin, end, risesBehind);
 
     const auto passed = static_cast<std::size_t>(turning - row.loads.begin());
     const double mass = row.massBefore[passed] - row.massBefore[first];

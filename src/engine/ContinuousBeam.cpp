@@ -81,7 +81,7 @@ ContinuousBeam::Solution ContinuousBeam::solve(const TrussBeam& beam, const std:
     const double atLast = overhangMoment(right.fromLeft, right.length, beam.weightPerMetre);
 
     Solution solution;
-    solution.moments.assign(beam.supports.size(), 0.0);
+    solution.moments.resize(beam.supports.size());
     if (beam.supports.size() == 1) {
         solution.moments.front() = std::min(atFirst, atLast);
     } else {

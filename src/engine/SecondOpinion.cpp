@@ -17,6 +17,7 @@ namespace
 using ChainSupports::FORCE_TOLERANCE;
 using HangingPoints::Point;
 using HangingPoints::Show;
+using SecondOpinion::MotorOpinion;
 using SecondOpinion::Opinion;
 using SecondOpinion::State;
 using Carried = ChainSupports::State;
@@ -70,7 +71,7 @@ void tellLevel(const Show& show, const Carried& level, Opinion& opinion)
     opinion.level = SlackCases::bendingOf(show, level);
 }
 
-/// Only for motors that have a point of their own, where three points or more carry.
+/// Only for motors that carry on a point of their own, where three points or more carry.
 void tellSensitivity(const Show& show, const Carried& level, Opinion& opinion)
 {
     const std::optional<double> stiffness = LevellingSensitivity::stiffness(
@@ -81,10 +82,12 @@ void tellSensitivity(const Show& show, const Carried& level, Opinion& opinion)
         LevellingSensitivity::perMetreRaised(carriedBy(show.beam, level.carrying));
     for (std::size_t j = 0; j < perMetre.size(); ++j) {
         const std::vector<std::size_t>& motors = show.points[level.carrying[j]].motors;
+        MotorOpinion& told = opinion.motors[motors.front()];
         const double perMillimetre = *stiffness * perMetre[j] / MILLIMETRES_PER_METRE;
-        const double slackBelow = std::max(0.0, level.reactions[level.carrying[j]]) / perMillimetre;
-        if (motors.size() == 1 && std::isfinite(perMillimetre) && std::isfinite(slackBelow))
-            opinion.motors[motors.front()].levelling = {perMillimetre, slackBelow};
+        const double slackBelow = level.reactions[level.carrying[j]] / perMillimetre;
+        const bool isAlone = motors.size() == 1 && told.isSlack == false;
+        if (isAlone && std::isfinite(perMillimetre) && std::isfinite(slackBelow))
+            told.levelling = {perMillimetre, slackBelow};
     }
 }
 
@@ -110,8 +113,10 @@ bool tellSolved(const Show& show, std::size_t solves, Opinion& opinion)
         return false;
     tellRanges(show, opinion);
     tellLevel(show, level, opinion);
+    if (!SlackCases::tell(show, level, solves - (allowed - left), opinion))
+        return false;
     tellSensitivity(show, level, opinion);
-    return SlackCases::tell(show, level, solves - (allowed - left), opinion);
+    return true;
 }
 
 /// Whether the centre of gravity lies between the points, further than the edge from either end.
@@ -126,7 +131,7 @@ void tellCarried(const Show& show, std::size_t mostWork, Opinion& opinion)
     Opinion solved = opinion;
     solved.state = State::Level;
     opinion.state = State::NotConverged;
-    if (tellSolved(show, mostWork / show.points.size(), solved))
+    if (tellSolved(show, mostWork / show.layout.motors.size(), solved))
         opinion = std::move(solved);
 }
 

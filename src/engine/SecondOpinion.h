@@ -152,8 +152,8 @@ struct Opinion
 };
 
 /// The second opinion on `layout`. Every input has an answer. Takes O(loads · log loads) for the loads,
-/// and for n hanging points O(n²) in the usual show. `mostWork` bounds it, in hanging points times
-/// beams solved; where more would be needed (thousands of points), the state is `NotConverged`.
+/// and for n motors O(n²) in the usual show. `mostWork` bounds it, in motors times beams solved and cases
+/// told; where more would be needed (thousands of motors), the state is `NotConverged`.
 Opinion of(const Layout& layout, std::size_t mostWork = MOST_WORK);
 
 } // namespace SecondOpinion

@@ -163,16 +163,16 @@ QStringList trussTexts(const Opinion& opinion)
 {
     QStringList texts;
     const auto percentOf = [&opinion](const std::optional<SecondOpinion::Bending>& bending) {
-        return bending ? opinion.percent(bending->extremes.moment()).value_or(0.0) : 0.0;
+        return bending ? opinion.percent(bending->extremes.moment()) : std::nullopt;
     };
-    const double level = percentOf(opinion.level);
-    const double slack = percentOf(opinion.oneSlack);
+    const std::optional<double> level = percentOf(opinion.level);
+    const std::optional<double> slack = percentOf(opinion.oneSlack);
     if (level >= FULL)
         texts +=
-            u"Bien nivelado, el truss llega al %1 de su momento."_s.arg(SecondOpinionText::percent(level));
+            u"Bien nivelado, el truss llega al %1 de su momento."_s.arg(SecondOpinionText::percent(*level));
     if (slack >= FULL) {
         texts += u"Si se afloja %1, el truss llega al %2 de su momento."_s.arg(
-            opinion.motors[*opinion.oneSlackOf].motor.title, SecondOpinionText::percent(slack));
+            opinion.motors[*opinion.oneSlackOf].motor.title, SecondOpinionText::percent(*slack));
     }
     return texts;
 }

@@ -91,6 +91,9 @@ bool SlackCases::tell(const Show& show, const Carried& level, std::size_t solves
 {
     WorstCase worst;
     for (std::size_t k = 0; k < show.points.size(); ++k) {
+        if (solves == 0)
+            return false;
+        --solves; // what a case takes besides its beams
         if (show.points[k].motors.size() > 1)
             tellSlackWithin(show, level, k, worst, opinion);
         else if (!tellSlack(show, level, k, solves, worst, opinion))

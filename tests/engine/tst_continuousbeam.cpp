@@ -91,6 +91,7 @@ private slots:
     void sunkenMiddle_handsItsLoadOver();
     void loadAtSupport_isCarriedByItAlone();
     void oneSupport_carriesAll();
+    void centreOfGravity_isThatOfTrussAndLoads();
     void mergedPanels_areThePanelsOfTheWhole();
     void cantilever_sagsAsTheTextbookSays();
     void simpleSpan_sagsAsTheTextbookSays();
@@ -205,6 +206,15 @@ void ContinuousBeamTest::oneSupport_carriesAll()
     QVERIFY(areNear(solution.moments, {-166.0}, 1e-12)); // left: 50·3 + 2·4²/2; right: 2·6²/2 = 36
     const Solution other = ContinuousBeam::solve(makeBeam(10.0, 2.0, {4.0}, LoadRow({{9.0, 50.0}})));
     QVERIFY(areNear(other.moments, {-286.0}, 1e-12)); // right: 50·5 + 36
+}
+
+// (12·10·6 + 40·9) / 160 = 6.75; what weighs nothing has it in the middle.
+void ContinuousBeamTest::centreOfGravity_isThatOfTrussAndLoads()
+{
+    const TrussBeam beam = makeBeam(12.0, 10.0, {0.0, 12.0}, LoadRow({{9.0, 40.0}}));
+    QCOMPARE(beam.weight, 160.0);
+    QCOMPARE(beam.centre, 6.75);
+    QCOMPARE(makeBeam(12.0, 0.0, {0.0, 12.0}, LoadRow()).centre, 6.0);
 }
 
 void ContinuousBeamTest::mergedPanels_areThePanelsOfTheWhole()

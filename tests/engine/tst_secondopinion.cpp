@@ -379,6 +379,9 @@ void SecondOpinionTest::threeMotorsAtOnePlace_leaveHalfEach()
 void SecondOpinionTest::fiveCentimetresApart_areTwoPoints()
 {
     const double left = static_cast<double>(3.0F);
+    const Opinion justApart = SecondOpinion::of(
+        Shows::show(10.0, 0.0, {0.0, SecondOpinion::ONE_POINT - 1e-5, 9.0}, {{4.0, 100.0}}));
+    QVERIFY(!isNear(justApart.motors[1].level, *justApart.motors[0].level, 1.0));
     const Opinion together = SecondOpinion::of(Shows::show(10.0, 0.0, {3.0, 3.0499, 9.0}, {{4.0, 100.0}}));
     QVERIFY(isNear(together.motors[1].level, *together.motors[0].level, 1e-12));
     const Opinion separate =
@@ -392,6 +395,11 @@ void SecondOpinionTest::pairAtTheEnd_isNotIndispensable()
     for (const MotorOpinion& told : opinion.motors)
         QVERIFY(!told.isIndispensable.value());
     QVERIFY(have(opinion, &MotorOpinion::oneSlack, {50.0, 50.0, 50.0, 50.0}, 1e-9));
+    // Nothing bends, whoever is slack: the one further left is named.
+    const Opinion straight =
+        SecondOpinion::of(Shows::show(10.0, 0.0, {0.0, 0.0, 10.0, 10.0}, {{0.0, 50.0}, {10.0, 50.0}}));
+    QCOMPARE(straight.oneSlackOf.value(), std::size_t{0});
+    QCOMPARE(straight.oneSlack->extremes.moment(), 0.0);
 }
 
 // 12 m, 1600 kg, 15 mm: EI = 3 840 000 kg·m². The middle of two spans of 6 m: 6·EI/s³ = 106 667 kg/m, the
@@ -424,6 +432,12 @@ void SecondOpinionTest::levelling_isToldOfMotorsThatCarryAlone()
     const Opinion shared = SecondOpinion::of(pair);
     QVERIFY(shared.motors[0].levelling.has_value());
     QVERIFY(!shared.motors[1].levelling && !shared.motors[2].levelling);
+
+    // Touching is not carrying: nothing hangs on the two at the ends.
+    Layout touching = Shows::show(12.0, 0.0, {0.0, 6.0, 12.0}, {{6.0, 300.0}});
+    touching.tableDeflection = 15.0;
+    const Opinion middle = SecondOpinion::of(touching);
+    QVERIFY(!middle.motors[0].levelling && middle.motors[1].levelling && !middle.motors[2].levelling);
 
     Layout slack = Shows::show(18.0, 0.0, {0.0, 6.0, 12.0, 18.0}, {{3.0, 300.0}, {9.0, 300.0}});
     slack.tableDeflection = 15.0;

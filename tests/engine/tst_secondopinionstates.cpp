@@ -109,6 +109,7 @@ private slots:
     void twoMotorsAtOnePlace_carryEverything();
     void centreOfGravity_decidesBetweenTheStates_data();
     void centreOfGravity_decidesBetweenTheStates();
+    void centreAMillimetreInside_isOnTheEdge();
     void centreBetweenTheMotorsOfOnePoint_isOnTheEdge();
     void tippingTruss_tellsNothingSolved();
     void numbersThatCannotBe_areTold_data();
@@ -206,6 +207,15 @@ void SecondOpinionStatesTest::centreOfGravity_decidesBetweenTheStates()
     }
 }
 
+// A mass that is a power of two leaves the place as it is, to the last bit.
+void SecondOpinionStatesTest::centreAMillimetreInside_isOnTheEdge()
+{
+    for (const double place : {2.0 + 0.001, 8.0 - 0.001}) {
+        const Layout layout = Shows::show(10.0, 0.0, {2.0, 8.0}, {{place, 64.0}});
+        QCOMPARE(SecondOpinion::of(layout).state, State::OnEdge);
+    }
+}
+
 // The pair's middle is at 2 m, its motors 2 cm on either side; 1 cm left of the middle neither tips surely
 // nor can be shared equally.
 void SecondOpinionStatesTest::centreBetweenTheMotorsOfOnePoint_isOnTheEdge()
@@ -260,6 +270,10 @@ void SecondOpinionStatesTest::numbersThatCannotBe_areTold_data()
     row("motor right", Problem::Outside, [](Layout& l) { l.motors[0].position = 12.0011; });
     row("load left", Problem::Outside, [](Layout& l) { l.loads[0].position = -0.0011; });
     row("load right", Problem::Outside, [](Layout& l) { l.loads[0].position = 12.0011; });
+    row("motor a millimetre left", Problem::None,
+        [](Layout& l) { l.motors[0].position = -SecondOpinion::OUTSIDE; });
+    row("load a millimetre right", Problem::None,
+        [](Layout& l) { l.loads[0].position = 12.0 + SecondOpinion::OUTSIDE; });
     row("masses", Problem::Overflow, [](Layout& l) { l.loads[0].mass = l.loads[1].mass = 1.7e308; });
     row("moments", Problem::Overflow, [](Layout& l) {
         l.length = 1e90;
@@ -323,19 +337,19 @@ void SecondOpinionStatesTest::truss_withoutLimitHasNoPercent()
 }
 
 // A load in the first of three spans hangs from its two motors: one beam for that, one for the case without
-// the second motor, and the other cases need none. Four points each.
+// the second motor; the other cases need none, but each of the four is counted. Six times four motors.
 void SecondOpinionStatesTest::usedUpWork_isNotConverged()
 {
     Layout layout = Shows::show(18.0, 0.0, {0.0, 6.0, 12.0, 18.0}, {{3.0, 320.0}});
     layout.tableDeflection = 10.0;
-    for (const std::size_t work : {0, 3, 4, 7}) {
+    for (const std::size_t work : {0, 3, 4, 8, 12, 20, 23}) {
         const Opinion opinion = SecondOpinion::of(layout, work);
         QCOMPARE(opinion.state, State::NotConverged);
         QVERIFY(tellsNothingSolved(opinion));
         QVERIFY(opinion.weight && opinion.centre && opinion.tippingMargin);
         QVERIFY(opinion.contradicts());
     }
-    QCOMPARE(SecondOpinion::of(layout, 8).state, State::Level);
+    QCOMPARE(SecondOpinion::of(layout, 24).state, State::Level);
 }
 
 // The centre of gravity of a truss of 6000 km cannot be told to the distance of motors 5 cm apart.
