@@ -1,6 +1,11 @@
 #include "app/Appearance.h"
+#include "app/CommandLine.h"
 #include "engine/Figures.h"
 #include "engine/Numbers.h"
+#include "engine/ProjectOpinion.h"
+#include "engine/SecondOpinionText.h"
+#include "engine/Statics.h"
+#include "io/ProjectFile.h"
 #include "ui/DynamicFactorDialog.h"
 #include "ui/InfoWindow.h"
 #include "ui/MainWindow.h"
@@ -16,6 +21,7 @@
 #include <QTest>
 #include <QXmlStreamReader>
 
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -66,6 +72,17 @@ LoadLogic::ProjectState workedExample()
     return project;
 }
 
+LoadLogic::ProjectState example(const char* name)
+{
+    return ProjectFile::read(source("examples/") + QLatin1StringView(name)).project;
+}
+
+SecondOpinion::Opinion opinionOf(const LoadLogic::ProjectState& project,
+                                 std::optional<double> tableDeflection = {})
+{
+    return ProjectOpinion::of(Statics::solved(project), tableDeflection);
+}
+
 } // namespace
 
 /// The user guide is one file that needs nothing else, and tells of every control.
@@ -84,6 +101,9 @@ private slots:
     void guide_isMadeFromTheSourceAsItStands();
     void guide_liesBesideTheExecutable();
     void example_hasTheFiguresOfTheProgram();
+    void contrast_hasTheFiguresOfTheProgram();
+    void contrast_hasTheSentencesOfTheProgram();
+    void overhang_isToldAsItIs();
     void guide_namesEveryControlOfTheWindow();
     void guide_namesEveryColumnAndButtonOfTheDialogs();
 
@@ -267,6 +287,69 @@ void TestGuide::example_hasTheFiguresOfTheProgram()
         QCOMPARE(Numbers::fixed(figure, 1), text);
         QVERIFY2(m_rawText.contains(text), qPrintable(text));
     }
+}
+
+void TestGuide::contrast_hasTheFiguresOfTheProgram()
+{
+    QStringList texts;
+    const SecondOpinion::Opinion concert = opinionOf(example("concierto.rig"));
+    for (const SecondOpinion::MotorOpinion& told : concert.motors) {
+        for (const auto figure : {&SecondOpinion::MotorOpinion::lever, &SecondOpinion::MotorOpinion::level,
+                                  &SecondOpinion::MotorOpinion::oneSlack, &SecondOpinion::MotorOpinion::most})
+            texts.append(SecondOpinionText::mass(told.*figure));
+    }
+    QCOMPARE(texts.size(), 12);
+    const qsizetype table = m_rawText.indexOf(u"concierto.rig, en kg"_s);
+    QVERIFY(table > 0);
+    qsizetype place = table;
+    for (const QString& text : std::as_const(texts)) {
+        place = m_rawText.indexOf(text, place);
+        QVERIFY2(place > 0 && place < table + 500, qPrintable(text));
+        place += text.size();
+    }
+
+    const Figures tipping = Figures::of(example("vuelca.rig"));
+    QVERIFY(tipping.fits());
+    QVERIFY(m_rawText.contains(u"La palanca dice A "_s + Numbers::fixed(tipping.motors.at(0).atPoint, 1)
+                               + u" kg, B "_s + Numbers::fixed(tipping.motors.at(1).atPoint, 1) + u" kg"_s));
+}
+
+void TestGuide::contrast_hasTheSentencesOfTheProgram()
+{
+    const QStringList concert = SecondOpinionText::sentences(opinionOf(example("concierto.rig"), 15.0));
+    const QStringList tipping = SecondOpinionText::sentences(opinionOf(example("vuelca.rig")));
+    QCOMPARE(concert.size(), 4); // one motor slack, and what a millimetre counts of each
+    QCOMPARE(tipping.size(), 1);
+    for (const QString& sentence : concert.first(3) + tipping)
+        QVERIFY2(m_rawText.contains(sentence), qPrintable(sentence));
+}
+
+// 12 m of 8.4 kg/m, motors at 5.3 and 6.7 m, 400 kg at 0 m: a lever of (400·6.7 + 100.8·0.7) / 1.4.
+void TestGuide::overhang_isToldAsItIs()
+{
+    LoadLogic::ProjectState project;
+    for (const float x : {5.3F, 6.7F}) {
+        LoadLogic::Motor motor;
+        motor.positionX = x;
+        project.motors.append(motor);
+    }
+    LoadLogic::ActiveLoad load;
+    load.mass = 400.0F;
+    project.loads.append(load);
+    const Figures figures = Figures::of(project);
+    QVERIFY(figures.fits());
+    const double left = (400.0 * 6.7 + 100.8 * 0.7) / 1.4;
+    const QStringList texts{Numbers::fixed(figures.motors.at(0).atPoint, 1), QString::number(left, 'f', 1),
+                            QString::number(left - 500.8, 'f', 1)};
+    QCOMPARE(texts, QStringList({u"450.4"_s, u"1964.7"_s, u"1463.9"_s}));
+    for (const QString& text : texts) {
+        QVERIFY2(m_rawText.contains(text), qPrintable(text));
+        QVERIFY2(CommandLine::usage().contains(text), qPrintable(text));
+        for (const char* page :
+             {"README.md", "packaging/man/velmora-master.1.in", "packaging/man/velmora-master.es.1.in"})
+            QVERIFY2(read(source(page)).contains(text.toUtf8()), page);
+    }
+    QVERIFY(opinionOf(project).state == SecondOpinion::State::Tips);
 }
 
 void TestGuide::guide_namesEveryControlOfTheWindow()
