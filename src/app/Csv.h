@@ -19,6 +19,7 @@ public: // commands
     void add(const QHash<QString, QString>& cells);
 
 public: // queries
+    /// The mark, the headings and the records.
     [[nodiscard]] QString text() const;
 
     /// `value` with a decimal point and two decimals: three would be taken for thousands where the

@@ -1,5 +1,6 @@
 #include "io/PosixFile.h"
 
+#include "io/PosixCalls.h"
 #include "io/PosixStatus.h"
 
 #include <QFile>
@@ -11,7 +12,6 @@
 #include <system_error>
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -19,6 +19,7 @@
 using Posix::Attributes;
 using Posix::Path;
 using Posix::statusOf;
+using Posix::uninterrupted;
 
 namespace
 {
@@ -37,16 +38,6 @@ constexpr auto syncContent = fsync;
 
 constexpr mode_t ALL_PERMISSIONS = S_ISUID | S_ISGID | S_ISVTX | S_IRWXU | S_IRWXG | S_IRWXO;
 constexpr mode_t WRITABLE_BY_ANYBODY = S_IWUSR | S_IWGRP | S_IWOTH;
-
-/// What `call` returns, called again for as long as a signal interrupts it.
-template <typename Call>
-auto uninterrupted(Call call)
-{
-    auto result = call();
-    while (result == -1 && errno == EINTR)
-        result = call();
-    return result;
-}
 
 Path folderOf(const Path& path)
 {
@@ -71,11 +62,6 @@ bool isRegular(const std::optional<struct stat>& status)
     return status && S_ISREG(status->st_mode);
 }
 
-bool isRegularOrPipe(const std::optional<struct stat>& status)
-{
-    return isRegular(status) || (status && S_ISFIFO(status->st_mode));
-}
-
 /// Looks twice: before, because opening some devices does something, and after, because what was
 /// looked at may have been replaced by a pipe, whose opening waits if it is not told not to.
 int openExisting(const Path& path, Posix::ExistingFile::Use use)
@@ -90,21 +76,6 @@ int openExisting(const Path& path, Posix::ExistingFile::Use use)
         return descriptor;
     close(descriptor); // if it was opened
     return Posix::OpenFile::NONE;
-}
-
-/// Looks twice, as `openExisting` does. Opening a pipe does not wait for those who write into it.
-int openInflow(const Path& path)
-{
-    std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (!std::filesystem::is_regular_file(status) && !std::filesystem::is_fifo(status))
-        return -1;
-    const int descriptor =
-        uninterrupted([&] { return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK); });
-    if (isRegularOrPipe(statusOf(descriptor)))
-        return descriptor;
-    close(descriptor); // if it was opened
-    return -1;
 }
 
 /// A name that starts with `beginning` and that nobody can have taken or planted before.
@@ -188,9 +159,8 @@ bool Posix::syncFolder(const Path& folder)
 namespace Posix
 {
 
-OpenFile::OpenFile(int descriptor, std::optional<int> patience)
+OpenFile::OpenFile(int descriptor)
     : m_descriptor(descriptor)
-    , m_patience(patience)
 {
 }
 
@@ -206,8 +176,6 @@ std::optional<QByteArray> OpenFile::read(qint64 most)
     std::array<char, CHUNK> chunk{};
     for (;;) {
         const std::size_t room = std::min(chunk.size(), static_cast<std::size_t>(most - bytes.size()));
-        if (room > 0 && !hasMore())
-            return std::nullopt;
         const ssize_t got = uninterrupted([&] { return ::read(m_descriptor, chunk.data(), room); });
         if (got == -1)
             return std::nullopt;
@@ -268,22 +236,8 @@ bool OpenFile::append(const char* bytes, qint64 size)
     return true;
 }
 
-/// Also true at the end, where reading tells so. For no descriptor, poll() would wait all the same.
-bool OpenFile::hasMore() const
-{
-    if (!m_patience || !isOpen())
-        return isOpen();
-    pollfd waiting{m_descriptor, POLLIN, 0};
-    return uninterrupted([&] { return poll(&waiting, 1, *m_patience); }) == 1;
-}
-
 ExistingFile::ExistingFile(const Path& path, Use use)
     : OpenFile(openExisting(path, use))
-{
-}
-
-Inflow::Inflow(const Path& path, int patience)
-    : OpenFile(openInflow(path), patience)
 {
 }
 

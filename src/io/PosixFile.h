@@ -73,7 +73,7 @@ public: // commands; each returns whether all of it was done, false when the fil
     [[nodiscard]] bool finish();
 
 protected:
-    explicit OpenFile(int descriptor, std::optional<int> patience = {});
+    explicit OpenFile(int descriptor);
     [[nodiscard]] int descriptor() const
     {
         return m_descriptor;
@@ -81,10 +81,8 @@ protected:
 
 private:
     [[nodiscard]] bool append(const char* bytes, qint64 size);
-    [[nodiscard]] bool hasMore() const;
 
     int m_descriptor;
-    std::optional<int> m_patience; ///< how long to wait for what is to be read [ms]; nothing: no need to
 };
 
 /// A regular file that is there. Neither a pipe nor a link is opened, nor does looking at one wait.
@@ -99,14 +97,6 @@ public:
 
     /// Opens the file at `path`.
     ExistingFile(const Path& path, Use use);
-};
-
-/// A regular file or a pipe, to be read once. Reading waits for those who write into the pipe, and fails
-/// when nothing comes for `patience` [ms].
-class Inflow : public OpenFile
-{
-public:
-    Inflow(const Path& path, int patience);
 };
 
 /// A new file that is removed with the object, unless it was moved to where it belongs or is to be

@@ -1,6 +1,7 @@
 #include "io/SafeFile.h"
 
 #include "io/PosixFile.h"
+#include "io/PosixPipe.h"
 #include "io/SaveWay.h"
 
 #include <QDir>
@@ -94,8 +95,7 @@ std::optional<QByteArray> SafeFile::read(const QString& path, qint64 most)
 
 std::optional<QByteArray> SafeFile::readOnce(const QString& path, qint64 most, int patience)
 {
-    Posix::Inflow inflow(Posix::nativePath(path), patience);
-    return inflow.read(most);
+    return Posix::readOnce(Posix::nativePath(path), most, patience);
 }
 
 bool SafeFile::save(const QString& path, const QByteArray& bytes, const QString& copies)
