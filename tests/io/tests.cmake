@@ -12,6 +12,7 @@ velmora_test(io safefile LIBRARY velmora_io)
 # What the program has on systems without POSIX comes before what it has here.
 velmora_test(io safefileportable LIBRARY velmora_io HEADERS "${PROJECT_SOURCE_DIR}/src/io/SafeFilePortable.cpp")
 velmora_test(io saveway LIBRARY velmora_io)
+velmora_test(io sheettext LIBRARY velmora_io)
 velmora_test(io windowfiles)
 velmora_test(io windowreports HEADERS support/Browser.h)
 
