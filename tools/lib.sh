@@ -16,10 +16,10 @@ velmora_program_packages=(
 )
 # Besides these, the tests (locales: the sources of the languages they are run under; util-linux: to be
 # two users in one folder; strace: calls that fail; bsdutils: a terminal that nobody types on;
-# python3-jsonschema: the documents that the program prints). The last two only make their build quicker,
-# and serve where they are found.
+# python3-jsonschema: the documents that the program prints; poppler-utils: the PDF that it writes). The
+# last two only make their build quicker, and serve where they are found.
 velmora_test_packages=(
-    locales bash-completion strace util-linux bsdutils python3-jsonschema ccache lld
+    locales bash-completion strace util-linux bsdutils python3-jsonschema poppler-utils ccache lld
 )
 # Besides these, the benchmarks.
 velmora_bench_packages=(libbenchmark-dev xvfb xauth)

@@ -1,5 +1,6 @@
 # velmora_test(io NAME) for each tst_NAME.cpp of this folder
 velmora_test(io browser LIBRARY velmora_io)
+velmora_test(io calculationsheet LIBRARY velmora_io)
 velmora_test(io consolidatedreport LIBRARY velmora_io)
 velmora_test(io examples LIBRARY velmora_io)
 velmora_test(io htmlreport LIBRARY velmora_io)

@@ -1,0 +1,82 @@
+#include "io/CalculationSheet.h"
+
+#include "io/ProjectFile.h"
+#include "io/SafeFile.h"
+#include "io/SheetLayout.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// File systems take 255 bytes; a letter takes up to four.
+constexpr qsizetype LONGEST_NAME = 48;
+
+QString digestOf(const CalculationSheet::Item& item)
+{
+    const QByteArray bytes = item.bytes.isEmpty() ? ProjectFile::toBytes(item.project) : item.bytes;
+    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+}
+
+QByteArray pdfOf(const CalculationSheet::Request& request)
+{
+    QList<SheetLayout::Part> parts;
+    for (const CalculationSheet::Item& item : request.items)
+        parts.append({SheetText::of(item.project), digestOf(item)});
+    return SheetLayout::pdf(parts, request.version, request.date);
+}
+
+bool isThere(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
+}
+
+/// A new file at `path`; what another program has put there meanwhile is left alone.
+CalculationSheet::Status create(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+        return isThere(path) ? CalculationSheet::Status::Exists : CalculationSheet::Status::NotWritten;
+    }
+    const bool isWritten = file.write(bytes) == bytes.size() && file.flush();
+    file.close();
+    if (isWritten && file.error() == QFileDevice::NoError)
+        return CalculationSheet::Status::Written;
+    file.remove();
+    return CalculationSheet::Status::NotWritten;
+}
+
+} // namespace
+
+QString CalculationSheet::fileName(const QString& name)
+{
+    QString safe = name.left(LONGEST_NAME);
+    for (QChar& c : safe) {
+        if (!c.isLetterOrNumber() && c != u'-' && c != u'_')
+            c = u'_';
+    }
+    return u"memoria_"_s + (safe.isEmpty() ? u"proyecto"_s : safe) + u".pdf"_s;
+}
+
+CalculationSheet::Outcome CalculationSheet::write(const Request& request)
+{
+    Outcome outcome;
+    outcome.path = request.folder + u'/' + fileName(request.name);
+    if (!request.overwrite && isThere(outcome.path)) {
+        outcome.status = Status::Exists;
+        return outcome;
+    }
+    const QByteArray bytes = pdfOf(request);
+    if (bytes.isEmpty())
+        outcome.status = Status::NotWritten;
+    else if (!request.overwrite)
+        outcome.status = create(outcome.path, bytes);
+    else if (!SafeFile::save(outcome.path, bytes))
+        outcome.status = Status::NotWritten;
+    return outcome;
+}
