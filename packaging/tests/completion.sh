@@ -42,8 +42,8 @@ expect()
 # library puts around an empty word for a part of it.
 expect "./carpeta ./dos.json ./uno.rig" ./
 expect "uno.rig" u
-options="--contraste --csv --flecha --help --informe --json --resumen --salida --sin-contraste"
-expect "$options --sobrescribir --version" --
+options="--contraste --csv --flecha --help --informe --json --memoria --resumen --salida"
+expect "$options --sin-contraste --sobrescribir --version" --
 expect "--resumen" --r
 expect "--contraste --csv" --c
 expect "" --contraste --flecha 1

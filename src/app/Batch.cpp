@@ -47,14 +47,6 @@ CheckedProject checked(const NamedProject& named, const CommandLine& options)
     return project;
 }
 
-QList<CheckedProject> checkedAll(const Input& input, const CommandLine& options)
-{
-    QList<CheckedProject> projects;
-    for (const NamedProject& named : input.projects)
-        projects.append(checked(named, options));
-    return projects;
-}
-
 QString warnings(const CheckedProject& project)
 {
     return project.opinion ? ContrastSummary::warnings(*project.opinion) : QString();
@@ -63,14 +55,6 @@ QString warnings(const CheckedProject& project)
 bool isSafe(const CheckedProject& project)
 {
     return Summary::isWithinLimits(project.figures) && !(project.opinion && project.opinion->contradicts());
-}
-
-int exitCode(const QList<CheckedProject>& projects, bool failed)
-{
-    if (failed)
-        return Batch::FAILED;
-    return std::all_of(projects.cbegin(), projects.cend(), isSafe) ? Batch::ALL_WITHIN_LIMITS
-                                                                   : Batch::LIMITS_EXCEEDED;
 }
 
 QString summaryText(const QList<CheckedProject>& projects, const CommandLine& options)
@@ -145,20 +129,6 @@ void complainOfContradictions(const QList<CheckedProject>& projects)
     }
 }
 
-QString verdictLines(const QList<CheckedProject>& projects)
-{
-    QString lines;
-    for (const CheckedProject& project : projects) {
-        const Figures& figures = project.figures;
-        lines += Console::harmless(project.name) + u": "_s + figures.resultWord() + u": "_s
-                 + figures.resultReason();
-        if (!figures.isCalculable())
-            lines += u" Aviso: hay motores cuya carga no se puede calcular."_s;
-        lines += u'\n' + warnings(project);
-    }
-    return lines;
-}
-
 ConsolidatedReport::Request requestOf(const Input& input, const QString& folder)
 {
     ConsolidatedReport::Request request;
@@ -225,9 +195,38 @@ Batch::Input Batch::read(const CommandLine& options)
     return input;
 }
 
+QList<CheckedProject> Batch::check(const Input& input, const CommandLine& options)
+{
+    QList<CheckedProject> projects;
+    for (const NamedProject& named : input.projects)
+        projects.append(checked(named, options));
+    return projects;
+}
+
+QString Batch::verdictLines(const QList<CheckedProject>& projects)
+{
+    QString lines;
+    for (const CheckedProject& project : projects) {
+        const Figures& figures = project.figures;
+        lines += Console::harmless(project.name) + u": "_s + figures.resultWord() + u": "_s
+                 + figures.resultReason();
+        if (!figures.isCalculable())
+            lines += u" Aviso: hay motores cuya carga no se puede calcular."_s;
+        lines += u'\n' + warnings(project);
+    }
+    return lines;
+}
+
+int Batch::exitCode(const QList<CheckedProject>& projects, bool failed)
+{
+    if (failed)
+        return FAILED;
+    return std::all_of(projects.cbegin(), projects.cend(), isSafe) ? ALL_WITHIN_LIMITS : LIMITS_EXCEEDED;
+}
+
 int Batch::summarize(const CommandLine& options, const Input& input)
 {
-    const QList<CheckedProject> projects = checkedAll(input, options);
+    const QList<CheckedProject> projects = check(input, options);
     const bool printed = Console::print(summaryOf(input, projects, options));
     if (options.asCsv && !options.contrast)
         complainOfContradictions(projects);
@@ -243,7 +242,7 @@ int Batch::report(const CommandLine& options, const Input& input)
         requestOf(input, options.reportFolder), [](qsizetype /*done*/) { return true; });
     const bool failed = hasFailed(outcome);
     const bool written = outcome.status == ConsolidatedReport::Status::Written;
-    const QList<CheckedProject> projects = checkedAll(input, options);
+    const QList<CheckedProject> projects = check(input, options);
     const bool printed =
         Console::print((written ? outcome.path + u'\n' : QString()) + verdictLines(projects));
     return exitCode(projects, failed || !printed || !input.badFiles.isEmpty());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/CheckedProject.h"
 #include "app/CommandLine.h"
 #include "engine/Project.h"
 
@@ -36,6 +37,15 @@ struct Input
 /// Reads the files of `options`, each once: a pipe tells its content only once. A file that cannot be
 /// read is told.
 Input read(const CommandLine& options);
+
+/// The projects of `input` with all that `options` want to be told of them.
+QList<CheckedProject> check(const Input& input, const CommandLine& options);
+
+/// The verdict on each project, and what contradicts it.
+QString verdictLines(const QList<CheckedProject>& projects);
+
+/// The exit code after `projects`; `failed` when not all could be done.
+int exitCode(const QList<CheckedProject>& projects, bool failed);
 
 /// Prints the figures of `input`; needs a core application at most.
 int summarize(const CommandLine& options, const Input& input);

@@ -27,6 +27,7 @@ constexpr std::array FLAGS{
     Flag{QLatin1StringView("--contraste"), &CommandLine::contrast},
     Flag{QLatin1StringView("--sin-contraste"), &CommandLine::withoutContrast},
     Flag{QLatin1StringView("--informe"), &CommandLine::report},
+    Flag{QLatin1StringView("--memoria"), &CommandLine::sheet},
     Flag{QLatin1StringView("--sobrescribir"), &CommandLine::overwrite},
 };
 
@@ -70,7 +71,8 @@ QString contradiction(const CommandLine& line)
 {
     if (line.help || line.version)
         return {};
-    const bool onlySummary = line.summary && !line.report;
+    const bool writesFile = line.report || line.sheet;
+    const bool onlySummary = line.summary && !writesFile;
     const std::array mistakes{
         Mistake{line.asJson && !onlySummary, u"--json solo acompaña a --resumen"_s},
         Mistake{line.asCsv && !onlySummary, u"--csv solo acompaña a --resumen"_s},
@@ -79,8 +81,9 @@ QString contradiction(const CommandLine& line)
         Mistake{line.withoutContrast && !line.isBatch(),
                 u"--sin-contraste solo acompaña a --resumen o --informe"_s},
         Mistake{line.tableDeflection && !line.contrast, u"--flecha solo acompaña a --contraste"_s},
-        Mistake{!line.reportFolder.isEmpty() && !line.report, u"--salida solo acompaña a --informe"_s},
-        Mistake{line.overwrite && line.reportFolder.isEmpty(), u"--sobrescribir solo acompaña a --salida"_s},
+        Mistake{!line.reportFolder.isEmpty() && !writesFile, u"--salida solo acompaña a --informe"_s},
+        Mistake{line.overwrite && line.reportFolder.isEmpty() && !line.sheet,
+                u"--sobrescribir solo acompaña a --salida"_s},
         Mistake{line.isBatch() && line.files.isEmpty(), u"Falta al menos un archivo de proyecto"_s},
     };
     for (const Mistake& mistake : mistakes) {
@@ -181,6 +184,7 @@ QString CommandLine::usage()
      velmora-master --contraste [--flecha MM] [--json | --csv] ARCHIVO…
      velmora-master --informe [--salida CARPETA [--sobrescribir]]
                     [--sin-contraste] ARCHIVO…
+     velmora-master --memoria [--salida CARPETA] [--sobrescribir] ARCHIVO…
 
 Cargas en los puntos de cuelgue de un truss de escenario. Sin opciones abre la
 ventana, con una pestaña para cada ARCHIVO de proyecto (.rig o .json).
@@ -197,10 +201,14 @@ Opciones:
                     fabricante; dice qué cambia 1 mm de desnivel.
   --informe         Escribe el informe HTML de todos los proyectos, con un
                     dibujo de cada uno; no necesita pantalla.
-  --salida CARPETA  Con --informe: dónde lo escribe (si falta, en la carpeta
-                    temporal del sistema). Si allí hay otro informe, no lo toca.
+  --memoria         Escribe la memoria de cálculo de todos los proyectos, un PDF
+                    con cada cifra desarrollada; no necesita pantalla.
+  --salida CARPETA  Con --informe o --memoria: dónde lo escribe (si falta, en la
+                    carpeta temporal del sistema). Lo que ya hay allí, otro
+                    informe o la misma memoria, no lo toca.
   --sobrescribir    Con --salida: lo escribe aunque haya otro, que desde
-                    entonces enseñará los dibujos del nuevo.
+                    entonces enseñará los dibujos del nuevo. Con --memoria:
+                    reemplaza la que haya.
   --sin-contraste   Con --resumen o --informe: solo las cifras de la palanca,
                     sin avisar de lo que las contradice.
   -h, --help        Muestra esta ayuda.
@@ -229,5 +237,5 @@ QString CommandLine::versionNumber()
 
 bool CommandLine::isBatch() const
 {
-    return summary || report;
+    return summary || report || sheet;
 }

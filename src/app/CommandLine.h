@@ -18,7 +18,8 @@ struct CommandLine
     bool withoutContrast = false;          ///< tell nothing of it, not even where it contradicts the figures
     std::optional<double> tableDeflection; ///< of the truss under its CPL, by its maker [mm], above 0
     bool report = false;                   ///< write the HTML report
-    bool overwrite = false;                ///< … also where an older one would show its drawings
+    bool sheet = false;                    ///< write the calculation sheet
+    bool overwrite = false;                ///< … also where an older one is, or would show other drawings
     QString reportFolder;                  ///< empty for the temporary directory
     QStringList files;                     ///< project files, in the order given
     QString error;                         ///< one line in Spanish; empty when the command line can be obeyed

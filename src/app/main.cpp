@@ -2,6 +2,7 @@
 #include "app/Batch.h"
 #include "app/CommandLine.h"
 #include "app/Console.h"
+#include "app/SheetBatch.h"
 #include "ui/MainWindow.h"
 
 #include <QApplication>
@@ -57,7 +58,9 @@ int summarize(const CommandLine& options, const Batch::Input& input, int& argc, 
     return Batch::summarize(options, input);
 }
 
-int report(const CommandLine& options, const Batch::Input& input, int& argc, char* argv[])
+/// What is painted, by `work`, without a window.
+int paint(int (*work)(const CommandLine&, const Batch::Input&), const CommandLine& options,
+          const Batch::Input& input, int& argc, char* argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     Appearance::chooseStyle();
@@ -66,7 +69,7 @@ int report(const CommandLine& options, const Batch::Input& input, int& argc, cha
     QApplication application(argc, argv);
     QLoggingCategory::setFilterRules(QString());
     Appearance::apply(application);
-    return Batch::report(options, input);
+    return work(options, input);
 }
 
 int runBatch(const CommandLine& options, int& argc, char* argv[])
@@ -76,7 +79,9 @@ int runBatch(const CommandLine& options, int& argc, char* argv[])
     if (options.summary)
         code = summarize(options, input, argc, argv);
     if (options.report)
-        code = std::max(code, report(options, input, argc, argv));
+        code = std::max(code, paint(Batch::report, options, input, argc, argv));
+    if (options.sheet)
+        code = std::max(code, paint(SheetBatch::write, options, input, argc, argv));
     return code;
 }
 

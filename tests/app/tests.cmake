@@ -7,7 +7,7 @@ velmora_test(app contrast LIBRARY velmora_batch)
 velmora_test(app csv LIBRARY velmora_batch)
 velmora_test(app appearance LIBRARY velmora_batch)
 velmora_test(app legibility LIBRARY velmora_batch)
-foreach(name program contrastprogram)
+foreach(name program contrastprogram sheetprogram)
     velmora_test(app ${name} LIBRARY velmora_batch)
     target_compile_definitions(tst_app_${name} PRIVATE
         VELMORA_EXECUTABLE="$<TARGET_FILE:velmora-master>"

@@ -221,7 +221,7 @@ void TestCommandLine::usage_namesEveryOption()
     const QString usage = CommandLine::usage();
     for (const QString& option : {u"--resumen"_s, u"--json"_s, u"--informe"_s, u"--salida"_s, u"--help"_s,
                                   u"--csv"_s, u"--contraste"_s, u"--sin-contraste"_s, u"--flecha"_s,
-                                  u"--sobrescribir"_s, u"--version"_s, u"-h"_s, u"-v"_s})
+                                  u"--sobrescribir"_s, u"--memoria"_s, u"--version"_s, u"-h"_s, u"-v"_s})
         QVERIFY2(usage.contains(option), qPrintable(option));
     const QStringList lines = usage.split(u'\n');
     for (const QString& line : lines)
