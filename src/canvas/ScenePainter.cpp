@@ -218,8 +218,9 @@ void ScenePainter::drawFlexionLabel()
     painter.setPen(c.accent);
     painter.setFont(c.stressFont);
     m_context.texts.drawCentred(painter,
-                                QRect(g.margin() + g.span() / 2 - g.scaled(80), g.lineY() + g.scaled(125),
-                                      g.scaled(160), g.scaled(25)),
+                                QRect(g.margin() + g.span() / 2 - g.scaled(80),
+                                      g.lineY() + g.scaled(TrussGeometry::STRESS_LABEL_TOP), g.scaled(160),
+                                      g.scaled(TrussGeometry::STRESS_LABEL_HEIGHT)),
                                 u"Flexión: %1%"_s.arg(Numbers::fixed(m_context.scene.rating.stress, 1)));
 }
 

@@ -13,7 +13,7 @@
 /// and grabbed on either side of it, a screen is grabbed at its own height and drawn flat.
 class TrussGeometry
 {
-public: // dimensions that drawing and boxes share, at scale 1 [px]
+public: // dimensions that drawing, boxes and overlays share, at scale 1 [px]
     /// Of a screen's frame, below the truss line.
     static constexpr int ARRAY_TOP = 5;
     static constexpr int ARRAY_HEIGHT = 40;        ///< of a screen's frame
@@ -22,6 +22,8 @@ public: // dimensions that drawing and boxes share, at scale 1 [px]
     static constexpr int MOTOR_POSITION_RISE = 14; ///< of the position, above the label's top
     static constexpr int MOTOR_POSITION_HEIGHT = 13;
     static constexpr int LOAD_LABEL_WIDTH = 80;
+    static constexpr int STRESS_LABEL_TOP = 125; ///< of "Flexión", below the truss line
+    static constexpr int STRESS_LABEL_HEIGHT = 25;
 
 public: // construction
     /// `width` and `height` of the target [px]; `scale` is 1 on screen; `marginX` [px] at scale 1;
