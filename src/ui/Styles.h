@@ -36,5 +36,10 @@ extern const QString FACTOR_EXPLANATION;
 extern const QString FACTOR_TABLE;
 extern const QString FACTOR_SUMMARY;
 extern const QString LEGAL_BROWSER;
+extern const QString CONTRAST_TABLE;
+extern const QString PLAIN_HEADING;
+extern const QString PLAIN_TEXT;
+extern const QString CONTRADICTION;
+extern const QString SMALL_PRINT;
 
 } // namespace Styles
