@@ -20,10 +20,12 @@ void MainWindow::onSaveProjectClicked()
     if (path.isEmpty())
         return;
 
-    if (ProjectFile::write(path, captureCurrentState()))
-        say(QMessageBox::Information, u"Guardado"_s, u"Proyecto guardado con éxito."_s);
-    else
+    if (!ProjectFile::write(path, captureCurrentState())) {
         say(QMessageBox::Critical, u"Error"_s, u"No se pudo guardar el archivo."_s);
+        return;
+    }
+    noticeSavedFile(path);
+    say(QMessageBox::Information, u"Guardado"_s, u"Proyecto guardado con éxito."_s);
 }
 
 void MainWindow::onLoadProjectClicked()

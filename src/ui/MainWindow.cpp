@@ -58,6 +58,7 @@ MainWindow::MainWindow(QWidget* parent)
     CutTexts::install();
     startDescribing();
     setupUI();
+    startNoticing();
     new FocusRing(this);
     connect(this, &MainWindow::filesDropped, this, &MainWindow::openDroppedFiles, Qt::QueuedConnection);
     loadFirstProject();
@@ -70,11 +71,6 @@ MainWindow::MainWindow(QWidget* parent)
 }
 
 MainWindow::~MainWindow() = default;
-
-bool MainWindow::eventFilter(QObject* watched, QEvent* event)
-{
-    return QMainWindow::eventFilter(watched, event);
-}
 
 void MainWindow::startBlinking()
 {

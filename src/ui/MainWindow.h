@@ -2,6 +2,7 @@
 
 #include "canvas/CanvasHost.h"
 #include "engine/LoadLogic.h"
+#include "ui/Notices.h"
 
 #include <QList>
 #include <QMainWindow>
@@ -10,10 +11,12 @@
 #include <memory>
 #include <optional>
 
+class ContrastDialog;
 class ControlsGroup;
 class LedGroup;
 class LoadPanel;
 class MotorPanel;
+class NoticeLine;
 class PanelSync;
 class QBoxLayout;
 class QLabel;
@@ -102,6 +105,13 @@ public: // screens (MainWindowScreens.cpp)
     /// a negative `x` keeps its centre.
     void updateSelectedLED(float x);
 
+public: // notices and second opinion (MainWindowNotices.cpp)
+    /// Says `notice` until it is taken back by its id; it takes the place of one with the same id.
+    void keepNotice(const Notice& notice);
+    void dropNotice(const QString& id);
+    /// Opens "Contraste de reparto", or brings it to the front.
+    void openContrast();
+
 public: // files (io/MainWindowFiles.cpp)
     /// Opens the project file at `path` into the current tab; a failure is told in a box.
     /// Returns whether it was opened.
@@ -122,6 +132,8 @@ protected: // overrides (MainWindowDrop.cpp)
 signals:
     /// Project files were dropped; they are opened once the drop is over.
     void filesDropped(const QStringList& paths);
+    /// A notice was clicked that the window itself does not know what to do about.
+    void noticePicked(const QString& id);
 
 public slots: // each is what its button, its field or its tab does
     /// The fields of loads, the truss and screens.
@@ -167,6 +179,21 @@ private: // start (MainWindow.cpp)
     /// Lets the canvas tell its project to screen readers, at most five times a second.
     void startDescribing();
     void sizeToScreen();
+
+private: // notices and second opinion (MainWindowNotices.cpp)
+    void startNoticing();
+    /// Has the notices and the open dialog follow the project, some time after the last change.
+    void scheduleNotices();
+    void refreshNotices();
+    void noticeDraggedTabs();
+    void noticeSavedFile(const QString& path);
+    [[nodiscard]] QList<Notices::Field> noticedFields() const;
+    [[nodiscard]] QList<Notices::Field> trussFields() const;
+    [[nodiscard]] QList<Notices::Field> screenFields() const;
+    [[nodiscard]] QList<Notices::Field> panelFields() const;
+    void answerNotice();
+    void enterField(const QString& objectName);
+    void releaseLoad();
 
 private: // tabs (MainWindowTabs.cpp)
     void showTabMenu(const QPoint& point);
@@ -233,6 +260,10 @@ private: // data
     QLabel* m_hyperstaticWarning = nullptr;
     TrussView* m_canvas = nullptr;
     QTimer* m_describeTimer = nullptr;
+    QTimer* m_noticeTimer = nullptr;
+    NoticeLine* m_noticeLine = nullptr;
+    ContrastDialog* m_contrast = nullptr;
+    QList<Notice> m_keptNotices;
     MotorPanel* m_motorPanel = nullptr;
     LoadPanel* m_loadPanel = nullptr;
     ControlsGroup* m_controls = nullptr;

@@ -30,6 +30,7 @@ void MainWindow::updateCalculations()
     m_canvas->update();
     if (!m_describeTimer->isActive())
         m_describeTimer->start();
+    scheduleNotices();
 }
 
 void MainWindow::validateInputs()

@@ -1,0 +1,464 @@
+#include "support/Dialogs.h"
+#include "support/Window.h"
+#include "ui/ContrastDialog.h"
+#include "ui/NoticeLine.h"
+#include "ui/ProjectTabBar.h"
+
+#include <QAccessible>
+#include <QHash>
+#include <QInputDialog>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+using Kind = Notice::Kind;
+
+Notice notice(const QString& id, const QString& text = u"Un aviso."_s, Kind kind = Kind::Recovery)
+{
+    return {kind, id, text};
+}
+
+} // namespace
+
+/// The line over the canvas in a real window: what brings its notices and takes them away.
+class TestNoticeLine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_bench.emplace();
+        m_line = m_bench->window.findChild<NoticeLine*>();
+        m_bench->window.resize(1024, 700);
+        QVERIFY(m_bench->activate());
+        m_bench->window.resize(1024, 700);
+        settle();
+    }
+    void cleanup()
+    {
+        m_bench.reset();
+    }
+
+    void line_isHiddenWithNothingToSay();
+    void line_movesNothingAndPaintsNothingOver();
+    void line_leavesFlexionFree_data();
+    void line_leavesFlexionFree();
+    void line_followsTheCanvas();
+    void counter_goesThroughTheNotices();
+    void keys_goThroughTheNoticesAndPress();
+    void line_keepsWhatItShowsUntilThereIsNews();
+    void line_isAnAlertForScreenReaders();
+    void tabKey_leadsFromTheCanvasToTheLine();
+    void manySteps_areOneOpinion();
+    void tipping_comesAndGoes();
+    void unusedField_comesAndGoes_data();
+    void unusedField_comesAndGoes();
+    void unusedField_click_entersIt();
+    void unusedPanelField_comesAndGoes();
+    void massOfNoLoad_tellsTheUsualOne();
+    void narrowScreen_tellsTheHangingOne();
+    void editedLoad_isReleasedByEsc();
+    void editedLoad_isReleasedByAClick();
+    void esc_inADialog_releasesNothing();
+    void esc_withoutALoad_doesNothing();
+    void draggedTabs_comeAndGo();
+    void draggedTabs_areKnownAfterOneIsClosed();
+    void draggedTabs_goWithAClick();
+    void savedFile_comesAndGoes();
+    void strangeNotice_isHandedOn();
+
+private:
+    [[nodiscard]] bool says(const QString& part) const
+    {
+        for (const Notice& told : m_line->notices()) {
+            if (told.text.contains(part))
+                return !m_line->isHidden();
+        }
+        return false;
+    }
+    [[nodiscard]] QString shown() const
+    {
+        return m_line->isHidden() ? QString() : m_line->shown().text;
+    }
+    /// Until what was scheduled is done.
+    static void settle()
+    {
+        QTest::qWait(150);
+    }
+
+    std::optional<Support::Bench> m_bench;
+    NoticeLine* m_line = nullptr;
+};
+
+void TestNoticeLine::line_isHiddenWithNothingToSay()
+{
+    QVERIFY(m_line->isHidden());
+    QCOMPARE(m_line->parentWidget(), m_bench->canvas()->parentWidget());
+    m_bench->window.keepNotice(notice(u"x"_s));
+    QTRY_VERIFY(m_line->isVisible());
+    m_bench->window.dropNotice(u"x"_s);
+    QTRY_VERIFY(m_line->isHidden());
+}
+
+void TestNoticeLine::line_movesNothingAndPaintsNothingOver()
+{
+    const auto geometries = [this] {
+        QHash<const QWidget*, QRect> all;
+        const auto widgets = m_bench->window.findChildren<QWidget*>();
+        for (const QWidget* widget : widgets) {
+            if (widget != m_line && widget->isVisible())
+                all.insert(widget, widget->geometry());
+        }
+        return all;
+    };
+    m_bench->window.blinkTimer->stop();
+    const QImage picture = m_bench->canvas()->grab().toImage(); // places what is hidden as well
+    const auto before = geometries();
+    m_bench->window.keepNotice(notice(u"x"_s, u"Un aviso muy largo. "_s.repeated(20)));
+    QTRY_VERIFY(m_line->isVisible());
+    QCoreApplication::processEvents();
+    QCOMPARE(geometries(), before);
+    QCOMPARE(m_bench->canvas()->grab().toImage(), picture);
+}
+
+void TestNoticeLine::line_leavesFlexionFree_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QString>("text");
+    for (const QSize size : {QSize(1024, 700), QSize(800, 500), QSize(1920, 1080)}) {
+        const QString tag = QString::number(size.width());
+        QTest::newRow(qPrintable(tag + u" short"_s)) << size << u"Un aviso."_s;
+        QTest::newRow(qPrintable(tag + u" long"_s)) << size << u"Un aviso muy largo. "_s.repeated(30);
+    }
+}
+
+void TestNoticeLine::line_leavesFlexionFree()
+{
+    QFETCH(QSize, size);
+    QFETCH(QString, text);
+    m_bench->window.resize(size);
+    m_bench->window.keepNotice(notice(u"x"_s, text));
+    QTRY_VERIFY(m_line->isVisible());
+    QCoreApplication::processEvents();
+    const QRect canvas = static_cast<QWidget*>(m_bench->canvas())->geometry();
+    const int flexionBottom = canvas.top() + canvas.height() / 2 + 125 + 25;
+    QVERIFY(m_line->geometry().top() >= flexionBottom);
+    QVERIFY(canvas.contains(m_line->geometry()));
+    QVERIFY(m_line->height() >= QFontMetrics(m_line->font()).height());
+}
+
+void TestNoticeLine::line_followsTheCanvas()
+{
+    m_bench->window.keepNotice(notice(u"x"_s));
+    QTRY_VERIFY(m_line->isVisible());
+    const int before = m_line->geometry().center().x();
+    m_bench->window.resize(1500, 900);
+    QCoreApplication::processEvents();
+    const QRect canvas = static_cast<QWidget*>(m_bench->canvas())->geometry();
+    QVERIFY(m_line->geometry().center().x() > before);
+    QVERIFY(qAbs(m_line->geometry().center().x() - canvas.center().x()) <= 1);
+    QVERIFY(canvas.bottom() - m_line->geometry().bottom() < 10);
+}
+
+void TestNoticeLine::counter_goesThroughTheNotices()
+{
+    m_bench->window.keepNotice(notice(u"a"_s, u"Uno."_s));
+    QTRY_COMPARE(shown(), u"Uno."_s);
+    QCOMPARE(m_line->counter(), QString());
+    QVERIFY(m_line->forwardArrow().isEmpty());
+
+    m_bench->window.keepNotice(notice(u"b"_s, u"Dos."_s));
+    m_bench->window.keepNotice(notice(u"c"_s, u"Tres."_s));
+    QTRY_COMPARE(m_line->counter(), u"1 de 3"_s);
+    const auto click = [this](const QRect& arrow) {
+        QTest::mouseClick(m_line, Qt::LeftButton, {}, arrow.center());
+    };
+    click(m_line->forwardArrow());
+    QCOMPARE(shown(), u"Dos."_s);
+    QCOMPARE(m_line->counter(), u"2 de 3"_s);
+    click(m_line->backArrow());
+    click(m_line->backArrow());
+    QCOMPARE(shown(), u"Tres."_s);
+    click(m_line->forwardArrow());
+    QCOMPARE(shown(), u"Uno."_s);
+}
+
+void TestNoticeLine::keys_goThroughTheNoticesAndPress()
+{
+    m_bench->window.keepNotice(notice(u"a"_s, u"Uno."_s));
+    m_bench->window.keepNotice(notice(u"b"_s, u"Dos."_s));
+    QTRY_COMPARE(m_line->counter(), u"1 de 2"_s);
+    m_line->setFocus();
+    QSignalSpy activated(m_line, &NoticeLine::activated);
+    QTest::keyClick(m_line, Qt::Key_Right);
+    QCOMPARE(shown(), u"Dos."_s);
+    QTest::keyClick(m_line, Qt::Key_Return);
+    QTest::keyClick(m_line, Qt::Key_Left);
+    QTest::keyClick(m_line, Qt::Key_Space);
+    QCOMPARE(activated.size(), 2);
+    QCOMPARE(activated.at(0).constFirst().toString(), u"b"_s);
+    QCOMPARE(activated.at(1).constFirst().toString(), u"a"_s);
+}
+
+void TestNoticeLine::line_keepsWhatItShowsUntilThereIsNews()
+{
+    m_line->setNotices({notice(u"a"_s), notice(u"b"_s)});
+    m_line->go(1);
+    m_line->setNotices({notice(u"a"_s, u"Otra cifra."_s), notice(u"c"_s), notice(u"b"_s)});
+    QCOMPARE(m_line->shown().id, u"b"_s);
+    m_line->setNotices({notice(u"a"_s), notice(u"c"_s)});
+    QCOMPARE(m_line->shown().id, u"a"_s);
+    m_line->go(1);
+    m_line->setNotices({notice(u"n"_s), notice(u"a"_s), notice(u"c"_s)});
+    QCOMPARE(m_line->shown().id, u"n"_s);
+}
+
+void TestNoticeLine::line_isAnAlertForScreenReaders()
+{
+    m_line->setNotices({notice(u"a"_s, u"Uno."_s)});
+    QAccessibleInterface* line = QAccessible::queryAccessibleInterface(m_line);
+    QCOMPARE(line->role(), QAccessible::AlertMessage);
+    QCOMPARE(line->text(QAccessible::Name), u"Uno."_s);
+    m_line->setNotices({notice(u"a"_s, u"Otra cifra."_s), notice(u"b"_s)});
+    QCOMPARE(line->text(QAccessible::Name), u"Otra cifra."_s);
+
+    QSignalSpy activated(m_line, &NoticeLine::activated);
+    line->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QCOMPARE(activated.size(), 1);
+}
+
+void TestNoticeLine::tabKey_leadsFromTheCanvasToTheLine()
+{
+    m_bench->window.keepNotice(notice(u"x"_s));
+    QTRY_VERIFY(m_line->isVisible());
+    QWidget* report = m_bench->button(u"📊 GENERAR INFORME ESTRUCTURAL"_s);
+    report->setFocus();
+    QTest::keyClick(report, Qt::Key_Tab, Qt::ShiftModifier);
+    QCOMPARE(QApplication::focusWidget(), m_line);
+}
+
+void TestNoticeLine::manySteps_areOneOpinion()
+{
+    m_bench->setText("trussLength", u"0.5"_s);
+    for (int i = 0; i < 100; ++i)
+        m_bench->window.onPositionChanged(-1);
+    QVERIFY(m_line->isHidden());
+    QTRY_VERIFY(m_line->isVisible());
+}
+
+// 100.8 kg at 6 m and 200 kg at 12 m lie at 9.99 m.
+void TestNoticeLine::tipping_comesAndGoes()
+{
+    LoadLogic::MotorList[1].positionX = 7.0F;
+    m_bench->hangLoad(200.0F, 12.0F);
+    QTRY_VERIFY(shown().startsWith(u"VUELCA: "_s));
+    QTest::mouseClick(m_line, Qt::LeftButton, {}, QPoint(20, m_line->height() / 2));
+    QTRY_VERIFY(m_bench->window.findChild<ContrastDialog*>()->isVisible());
+    LoadLogic::MotorList[1].positionX = 12.0F;
+    m_bench->window.updateCalculations();
+    QTRY_VERIFY(m_line->isHidden());
+}
+
+void TestNoticeLine::unusedField_comesAndGoes_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("length") << QByteArray("trussLength") << u"0.5"_s
+                            << u"Longitud (m): «0.5» no se usa; cuenta 12."_s;
+    QTest::newRow("empty length") << QByteArray("trussLength") << QString()
+                                  << u"Longitud (m): está vacío; cuenta 12."_s;
+    QTest::newRow("weight") << QByteArray("trussWeight") << QString()
+                            << u"Peso (kg/m): está vacío; cuenta 0."_s;
+    QTest::newRow("negative weight") << QByteArray("trussWeight") << u"-2"_s
+                                     << u"Peso (kg/m): «-2» no se usa; cuenta 8.4."_s;
+    QTest::newRow("CPL") << QByteArray("limitCPL") << QString() << u"Sin CPL no hay estrés"_s;
+    QTest::newRow("screen height") << QByteArray("screenHeight") << u"x"_s
+                                   << u"Alto (m): «x» no se usa; cuenta 0."_s;
+    QTest::newRow("screen cable") << QByteArray("cablePercent") << QString()
+                                  << u"Cable (%): está vacío; cuenta 0."_s;
+    QTest::newRow("mass") << QByteArray("newLoadMass") << QString()
+                          << u"Carga (kg): está vacío; cuenta 500."_s;
+}
+
+void TestNoticeLine::unusedField_comesAndGoes()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QString, text);
+    QFETCH(QString, told);
+    const QString before = m_bench->text(name.constData());
+    m_bench->setText(name.constData(), text);
+    QTRY_VERIFY2(shown().startsWith(told), qUtf8Printable(shown()));
+    m_bench->setText(name.constData(), before);
+    QTRY_VERIFY(m_line->isHidden());
+}
+
+void TestNoticeLine::unusedField_click_entersIt()
+{
+    m_bench->setText("screenHeight", QString());
+    QTRY_VERIFY(m_line->isVisible());
+    QTest::mouseClick(m_line, Qt::LeftButton, {}, QPoint(20, m_line->height() / 2));
+    QCOMPARE(QApplication::focusWidget(), m_bench->field("screenHeight"));
+    m_bench->setText("screenHeight", u"3"_s);
+    m_bench->setText("limitCPL", u"0"_s);
+    QTRY_VERIFY(shown().startsWith(u"Sin CPL"_s));
+    m_line->activate();
+    QCOMPARE(QApplication::focusWidget(), m_bench->field("limitCPL"));
+}
+
+void TestNoticeLine::unusedPanelField_comesAndGoes()
+{
+    m_bench->window.showMotorProperties(0);
+    m_bench->setText("motorCapacity", QString());
+    QTRY_COMPARE(shown(), u"Capacidad (kg): está vacío; cuenta 0."_s);
+    m_bench->window.hidePropertyPanels();
+    QTRY_VERIFY(m_line->isHidden());
+
+    const int id = m_bench->hangLoad(30.0F, 6.0F);
+    m_bench->window.showLoadProperties(id);
+    m_bench->setText("loadMass", QString());
+    QTRY_VERIFY(says(u"Masa (kg): está vacío; cuenta 0."_s));
+    m_bench->setText("loadMass", u"30"_s);
+    QTRY_VERIFY(!says(u"Masa (kg)"_s));
+}
+
+void TestNoticeLine::massOfNoLoad_tellsTheUsualOne()
+{
+    m_bench->setText("newLoadMass", u"0"_s);
+    QTRY_COMPARE(shown(), u"Carga (kg): «0» no se usa; cuenta 500."_s);
+    m_bench->window.onAddLoadClicked();
+    QCOMPARE(LoadLogic::ActiveLoads.constLast().mass, 500.0F);
+    // Now it edits that load, whose mass it may set to 0.
+    m_bench->setText("newLoadMass", u"0"_s);
+    QTRY_VERIFY(!says(u"Carga (kg)"_s));
+    m_bench->setText("newLoadMass", QString());
+    QTRY_VERIFY(says(u"Carga (kg): está vacío; cuenta 0."_s));
+}
+
+void TestNoticeLine::narrowScreen_tellsTheHangingOne()
+{
+    m_bench->addScreen();
+    m_bench->setText("screenWidth", u"0.05"_s);
+    QTRY_VERIFY(says(u"Ancho (m): «0.05» no se usa; cuenta 4."_s));
+    m_bench->setText("screenWidth", u"2"_s);
+    QTRY_VERIFY(!says(u"Ancho (m)"_s));
+}
+
+void TestNoticeLine::editedLoad_isReleasedByEsc()
+{
+    for (const char* name : {"newLoadMass", "trussLength", "newLoadName"}) {
+        m_bench->window.onAddLoadClicked();
+        QTRY_COMPARE(shown(), u"Editando: Carga — Esc la suelta"_s);
+        m_bench->field(name)->setFocus();
+        QTest::keyClick(m_bench->field(name), Qt::Key_Escape);
+        QCOMPARE(m_bench->window.selectedLoadId, -1);
+        QVERIFY(m_bench->loadPanel()->isHidden());
+        QTRY_VERIFY(m_line->isHidden());
+    }
+    m_bench->window.onAddLoadClicked();
+    m_bench->box("loadCount")->setFocus();
+    QTest::keyClick(m_bench->box("loadCount"), Qt::Key_Escape);
+    QCOMPARE(m_bench->window.selectedLoadId, -1);
+}
+
+void TestNoticeLine::editedLoad_isReleasedByAClick()
+{
+    m_bench->window.onAddLoadClicked();
+    QTRY_VERIFY(m_line->isVisible());
+    QTest::mouseClick(m_line, Qt::LeftButton, {}, QPoint(20, m_line->height() / 2));
+    QCOMPARE(m_bench->window.selectedLoadId, -1);
+}
+
+void TestNoticeLine::esc_inADialog_releasesNothing()
+{
+    m_bench->window.onAddLoadClicked();
+    const int selected = m_bench->window.selectedLoadId;
+    Support::Answer<QInputDialog> esc(
+        [](QInputDialog& dialog) { QTest::keyClick(dialog.findChild<QLineEdit*>(), Qt::Key_Escape); });
+    m_bench->window.onRenameTab(0);
+    QVERIFY(esc.given());
+    QCOMPARE(m_bench->window.selectedLoadId, selected);
+}
+
+void TestNoticeLine::esc_withoutALoad_doesNothing()
+{
+    m_bench->window.showMotorProperties(1);
+    m_bench->field("motorName")->setFocus();
+    QTest::keyClick(m_bench->field("motorName"), Qt::Key_Escape);
+    QCOMPARE(m_bench->window.selectedMotorIndex, 1);
+    QVERIFY(!m_bench->motorPanel()->isHidden());
+}
+
+void TestNoticeLine::draggedTabs_comeAndGo()
+{
+    m_bench->window.onAddTab();
+    m_bench->window.onAddTab();
+    m_bench->tabBar()->moveTab(0, 2);
+    QTRY_COMPARE(shown(), u"Las pestañas arrastradas llevan su título, no su proyecto."_s);
+    m_bench->tabBar()->moveTab(2, 0);
+    QTRY_VERIFY(m_line->isHidden());
+}
+
+// "Proyecto 2" and the first project go together; what is left is the title of the one over the other.
+void TestNoticeLine::draggedTabs_areKnownAfterOneIsClosed()
+{
+    m_bench->window.onAddTab();
+    m_bench->window.onAddTab();
+    const auto* bar = qobject_cast<const ProjectTabBar*>(m_bench->tabBar());
+    m_bench->tabBar()->moveTab(0, 1);
+    m_bench->window.onCloseTab(0);
+    QCOMPARE(m_bench->tabBar()->tabText(0), u"Proyecto 1"_s);
+    QVERIFY(!bar->titlesStandByTheirProjects());
+    m_bench->window.onCloseTab(0);
+    QCOMPARE(m_bench->tabBar()->tabText(0), u"Proyecto 3"_s);
+    QVERIFY(bar->titlesStandByTheirProjects());
+}
+
+void TestNoticeLine::draggedTabs_goWithAClick()
+{
+    m_bench->window.onAddTab();
+    m_bench->tabBar()->moveTab(0, 1);
+    QTRY_VERIFY(m_line->isVisible());
+    m_line->activate();
+    QTRY_VERIFY(m_line->isHidden());
+}
+
+void TestNoticeLine::savedFile_comesAndGoes()
+{
+    const QTemporaryDir folder;
+    const auto save = [&](const QString& name) {
+        Support::FileAnswer file(folder.filePath(name));
+        Support::BoxAnswer box(QMessageBox::Ok);
+        m_bench->window.onSaveProjectClicked();
+        return file.given() && box.given();
+    };
+    QVERIFY(save(u"gira"_s));
+    QTRY_COMPARE(shown(), u"«gira» se guardó sin la extensión .rig: ABRIR no lo mostrará en su lista."_s);
+    QVERIFY(save(u"gira.rig"_s));
+    QTRY_VERIFY(m_line->isHidden());
+}
+
+void TestNoticeLine::strangeNotice_isHandedOn()
+{
+    QSignalSpy picked(&m_bench->window, &MainWindow::noticePicked);
+    m_bench->window.keepNotice(
+        notice(u"recovery"_s, u"Hay trabajo sin cerrar de las 12:30: recuperar (F9)"_s));
+    m_bench->window.keepNotice(
+        notice(u"recovery"_s, u"Hay trabajo sin cerrar de las 12:31: recuperar (F9)"_s));
+    QTRY_COMPARE(shown(), u"Hay trabajo sin cerrar de las 12:31: recuperar (F9)"_s);
+    QCOMPARE(m_line->notices().size(), 1);
+    m_line->activate();
+    QCOMPARE(picked.size(), 1);
+    QCOMPARE(picked.constFirst().constFirst().toString(), u"recovery"_s);
+    QVERIFY(m_line->isVisible());
+}
+
+QTEST_MAIN(TestNoticeLine)
+#include "tst_noticeline.moc"
