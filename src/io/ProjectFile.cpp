@@ -148,13 +148,13 @@ ProjectFile::Content contentOf(const std::optional<QByteArray>& bytes, const Tru
 
 } // namespace
 
-QByteArray ProjectFile::toBytes(const ProjectState& project)
+QJsonObject ProjectFile::toJson(const ProjectState& project)
 {
     QJsonArray motors;
     for (const Motor& motor : project.motors)
         motors.append(motorObject(motor));
 
-    const QJsonObject object{
+    return {
         {u"tabName"_s, project.tabName},
         {u"trussLength"_s, number(project.trussLength)},
         {u"trussSelfWeight"_s, number(project.trussSelfWeight)},
@@ -165,7 +165,11 @@ QByteArray ProjectFile::toBytes(const ProjectState& project)
         {u"motors"_s, motors},
         {u"loads"_s, loadObjects(project.loads)},
     };
-    return QJsonDocument(object).toJson(QJsonDocument::Indented);
+}
+
+QByteArray ProjectFile::toBytes(const ProjectState& project)
+{
+    return QJsonDocument(toJson(project)).toJson(QJsonDocument::Indented);
 }
 
 std::optional<ProjectState> ProjectFile::fromBytes(const QByteArray& bytes, const Truss& fallback)
@@ -173,8 +177,11 @@ std::optional<ProjectState> ProjectFile::fromBytes(const QByteArray& bytes, cons
     const QJsonDocument document = QJsonDocument::fromJson(bytes);
     if (!document.isObject())
         return std::nullopt;
+    return fromJson(document.object(), fallback);
+}
 
-    const QJsonObject object = document.object();
+ProjectState ProjectFile::fromJson(const QJsonObject& object, const Truss& fallback)
+{
     ProjectState project;
     project.tabName = object["tabName"_L1].toString(u"Proyecto Cargado"_s);
     project.trussLength = readNumber(object, "trussLength"_L1, 12.0F);

@@ -3,6 +3,7 @@
 #include "engine/Statics.h"
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QString>
 
 #include <optional>
@@ -26,6 +27,12 @@ struct Content
     Failure failure = Failure::None;
     ProjectState project; ///< the defaults after a failure
 };
+
+/// The object that the file consists of, for `toBytes` or to stand in another document.
+QJsonObject toJson(const ProjectState& project);
+
+/// The project that `object` is, a file's or one inside another document; see `fromBytes`.
+ProjectState fromJson(const QJsonObject& object, const Truss& fallback = {});
 
 /// The file's text. Infinities and not-a-number become null, as JSON has no such numbers.
 QByteArray toBytes(const ProjectState& project);
