@@ -129,6 +129,12 @@ FileFacts Posix::factsOf(const Path& path)
     return facts;
 }
 
+bool Posix::isOwnFile(const Path& path)
+{
+    const std::optional<struct stat> status = statusOf(path);
+    return isRegular(status) && status->st_uid == geteuid();
+}
+
 bool Posix::removeFile(const Path& path)
 {
     return unlink(path.c_str()) == 0 || errno == ENOENT;

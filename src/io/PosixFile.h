@@ -26,6 +26,9 @@ std::optional<Path> followLinks(Path path);
 /// at exists and is not regular.
 FileFacts factsOf(const Path& path);
 
+/// Whether a regular file of this user is at `path`; a link to one is none.
+bool isOwnFile(const Path& path);
+
 /// True if nothing is at `path` any more: a file or link is removed, a folder is not.
 bool removeFile(const Path& path);
 

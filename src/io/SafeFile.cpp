@@ -110,6 +110,26 @@ bool SafeFile::save(const QString& path, const QByteArray& bytes, const QString&
     return chooseWay(facts) == SaveWay::InPlace && writeInPlace(*target, bytes, Posix::nativePath(copies));
 }
 
+bool SafeFile::makeOwnFolder(const QString& folder)
+{
+    return Posix::makePrivateFolder(Posix::nativePath(folder));
+}
+
+bool SafeFile::saveForOwner(const QString& path, const QByteArray& bytes)
+{
+    const Path target = Posix::nativePath(path);
+    if (!Posix::makePrivateFolder(target.parent_path()))
+        return false;
+    NewFile file(momentaryName(target), NewFile::Readers::Owner);
+    return file.write(bytes) && file.finish() && file.moveTo(target)
+           && Posix::syncFolder(target.parent_path());
+}
+
+bool SafeFile::isOwnFile(const QString& path)
+{
+    return Posix::isOwnFile(Posix::nativePath(path));
+}
+
 bool SafeFile::publish(const QString& path, const QByteArray& bytes)
 {
     const Path target = Posix::nativePath(path);

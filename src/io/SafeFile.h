@@ -36,6 +36,17 @@ std::optional<QByteArray> readOnce(const QString& path, qint64 most, int patienc
 /// for root by nobody, is refused.
 bool save(const QString& path, const QByteArray& bytes, const QString& copies = RecoveryFolder::path());
 
+/// Makes `folder`, parents included, for this user alone. Returns false if it is no folder of this user's
+/// own then; a link to one is none.
+bool makeOwnFolder(const QString& folder);
+
+/// Puts `bytes` at `path` for this user alone, in a folder that `makeOwnFolder` makes. Whoever reads the file, also after a crash, finds the old content or the new
+/// one; a link there is replaced itself. Returns true only when all of it is on the disk.
+bool saveForOwner(const QString& path, const QByteArray& bytes);
+
+/// Whether a regular file of this user is at `path`; a link to one is none.
+bool isOwnFile(const QString& path);
+
 /// Puts `bytes` at `path`, readable by its owner alone. What was there is removed first, a link itself
 /// and not what it leads to: what is old or somebody else's must not be found under that name when the
 /// rest fails.

@@ -1,5 +1,6 @@
 #include "io/SafeFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -69,6 +70,28 @@ bool SafeFile::save(const QString& path, const QByteArray& bytes, const QString&
         return false;
     }
     return file.commit();
+}
+
+// The permissions are those that the system gives the user's own data.
+bool SafeFile::makeOwnFolder(const QString& folder)
+{
+    return !QFileInfo(folder).isSymLink() && QDir().mkpath(folder);
+}
+
+bool SafeFile::saveForOwner(const QString& path, const QByteArray& bytes)
+{
+    const QFileInfo info(path);
+    if (isRefused(info) || info.isSymLink() || !makeOwnFolder(info.absolutePath()))
+        return false;
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner)
+           && writeAll(file, bytes) && file.commit();
+}
+
+bool SafeFile::isOwnFile(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.isFile() && !info.isSymLink();
 }
 
 bool SafeFile::publish(const QString& path, const QByteArray& bytes)

@@ -53,6 +53,11 @@ private slots:
     void save_overAFolder_fails();
     void save_whereNoFileMayBeMade_writesInPlace();
     void save_whereTheFolderMayNotBeListed_works();
+    void saveForOwner_makesFolderAndFile();
+    void saveForOwner_replacesALink();
+    void saveForOwner_intoWhatIsNoOwnFolder_fails();
+    void saveForOwner_onAFullDisk_failsAndKeepsTheOldFile();
+    void isOwnFile_isNoLinkAndNoFolder();
     void publish_replacesTheWholeContent();
     void publish_doesNotFollowALink();
     void publish_isForTheOwnerAlone();
@@ -181,6 +186,82 @@ void TestSafeFile::save_whereTheFolderMayNotBeListed_works()
     QCOMPARE(contentOf(folder.filePath(u"a.rig"_s)), QByteArray("nuevo"));
 #else
     QSKIP("No such folder here");
+#endif
+}
+
+void TestSafeFile::saveForOwner_makesFolderAndFile()
+{
+    const QTemporaryDir folder;
+    const QString inner = folder.filePath(u"datos/recuperacion"_s);
+    const QString path = inner + u"/a.json"_s;
+    for (const QByteArray& bytes : {QByteArray("largo"), QByteArray("otro")}) {
+        QVERIFY(SafeFile::saveForOwner(path, bytes));
+        QCOMPARE(contentOf(path), bytes);
+    }
+    QCOMPARE(entries(inner), QStringList(u"a.json"_s));
+#ifdef Q_OS_UNIX
+    const auto own = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    QCOMPARE(QFile::permissions(path), own);
+    QCOMPARE(QFile::permissions(inner), own | QFile::ExeOwner | QFile::ExeUser);
+#endif
+}
+
+void TestSafeFile::saveForOwner_replacesALink()
+{
+    const QTemporaryDir folder;
+    const QString target = folder.filePath(u"ajeno"_s);
+    const QString link = folder.filePath(u"a.json"_s);
+    put(target, "ajeno");
+    QVERIFY(QFile::link(target, link));
+    QVERIFY(SafeFile::saveForOwner(link, "propio"));
+    QCOMPARE(contentOf(target), QByteArray("ajeno"));
+    QVERIFY(!QFileInfo(link).isSymLink());
+    QCOMPARE(contentOf(link), QByteArray("propio"));
+}
+
+void TestSafeFile::saveForOwner_intoWhatIsNoOwnFolder_fails()
+{
+    const QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir(u"otra"_s));
+    QVERIFY(QFile::link(folder.filePath(u"otra"_s), folder.filePath(u"enlace"_s)));
+    QVERIFY(!SafeFile::makeOwnFolder(folder.filePath(u"enlace"_s)));
+    QVERIFY(!SafeFile::saveForOwner(folder.filePath(u"enlace/a.json"_s), "x"));
+    put(folder.filePath(u"archivo"_s), "");
+    QVERIFY(!SafeFile::saveForOwner(folder.filePath(u"archivo/a.json"_s), "x"));
+    QVERIFY(entries(folder.filePath(u"otra"_s)).isEmpty());
+}
+
+void TestSafeFile::saveForOwner_onAFullDisk_failsAndKeepsTheOldFile()
+{
+#ifdef Q_OS_UNIX
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.json"_s);
+    QVERIFY(SafeFile::saveForOwner(path, "viejo"));
+    {
+        const FullDisk disk;
+        QVERIFY(!SafeFile::saveForOwner(path, QByteArray(100'000, 'n')));
+    }
+    QCOMPARE(contentOf(path), QByteArray("viejo"));
+    QCOMPARE(entries(folder.path()), QStringList(u"a.json"_s));
+#else
+    QSKIP("No such limit here");
+#endif
+}
+
+void TestSafeFile::isOwnFile_isNoLinkAndNoFolder()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.json"_s);
+    QVERIFY(!SafeFile::isOwnFile(path));
+    put(path, "x");
+    QVERIFY(SafeFile::isOwnFile(path));
+    QVERIFY(!SafeFile::isOwnFile(folder.path()));
+    QVERIFY(QFile::link(path, folder.filePath(u"enlace"_s)));
+    QVERIFY(!SafeFile::isOwnFile(folder.filePath(u"enlace"_s)));
+#ifdef Q_OS_UNIX
+    const Anybody somebody;
+    if (QFileInfo(folder.path()).ownerId() == 0)
+        QVERIFY(!SafeFile::isOwnFile(path));
 #endif
 }
 

@@ -34,6 +34,8 @@ private slots:
     void save_overWhatIsNoFile_isRefused();
     void save_overAReadOnlyFile_isRefused();
     void save_whereNoFileMayBeMade_writesInPlace();
+    void saveForOwner_makesFolderAndFile();
+    void saveForOwner_refusesLinks();
     void publish_replacesFilesAndLinks();
     void publish_overAFolder_fails();
     void publish_intoAMissingFolder_fails();
@@ -147,6 +149,30 @@ void TestSafeFilePortable::save_whereNoFileMayBeMade_writesInPlace()
 #else
     QSKIP("No such folder here");
 #endif
+}
+
+void TestSafeFilePortable::saveForOwner_makesFolderAndFile()
+{
+    const QString own = path(u"datos/a.json"_s);
+    for (const QByteArray& bytes : {QByteArray("largo"), QByteArray("otro")}) {
+        QVERIFY(SafeFile::saveForOwner(own, bytes));
+        QCOMPARE(contentOf(own), bytes);
+    }
+    QVERIFY(SafeFile::isOwnFile(own));
+    QVERIFY(!SafeFile::isOwnFile(path(u"datos"_s)));
+    QCOMPARE(QFile::permissions(own),
+             QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
+}
+
+void TestSafeFilePortable::saveForOwner_refusesLinks()
+{
+    QVERIFY(QFile::link(path(u"a.rig"_s), path(u"enlace"_s)));
+    QVERIFY(!SafeFile::isOwnFile(path(u"enlace"_s)));
+    QVERIFY(!SafeFile::saveForOwner(path(u"enlace"_s), "x"));
+    QCOMPARE(contentOf(path(u"a.rig"_s)), QByteArray("viejo"));
+    QVERIFY(QDir(m_folder->path()).mkdir(u"otra"_s));
+    QVERIFY(QFile::link(path(u"otra"_s), path(u"carpeta"_s)));
+    QVERIFY(!SafeFile::saveForOwner(path(u"carpeta/a.json"_s), "x"));
 }
 
 void TestSafeFilePortable::publish_replacesFilesAndLinks()
