@@ -36,10 +36,7 @@ struct RecoverySession
     QList<KeptProject> kept;  ///< newest first
 };
 
-/// The recovery file: a session as one JSON document. A project in it is the object that a project
-/// file consists of; beside it stands what a project file does not keep: what makes an array of loads,
-/// the screen that is being planned, and the bits of the numbers that JSON does not have. So every
-/// number comes back as it was, to the bit. Results are not kept; they are calculated.
+/// The recovery file: a session as one JSON document.
 namespace RecoveryFile
 {
 
@@ -78,13 +75,5 @@ Content fromBytes(const QByteArray& bytes);
 
 /// Reads the file at `path` as `fromBytes` does. What is not this user's own file is not opened.
 Content read(const QString& path);
-
-/// Whether `a` and `b` are the same to the bit in all that is kept; the names of their tabs and the
-/// results do not count. Lists that are shared are not gone through.
-bool isSame(const ProjectState& a, const ProjectState& b);
-
-/// Whether nobody has worked on `project`: it is as a new tab or a reset makes it. The screen that is
-/// being planned does not count.
-bool isUntouched(const ProjectState& project);
 
 } // namespace RecoveryFile

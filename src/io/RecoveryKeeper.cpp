@@ -1,5 +1,7 @@
 #include "io/RecoveryKeeper.h"
 
+#include "io/RecoveryProject.h"
+
 #include <QCoreApplication>
 #include <QSysInfo>
 
@@ -72,7 +74,7 @@ private: // helpers
         QByteArrayList texts;
         for (const ProjectState& tab : tabs) {
             const auto known = std::find_if(m_tabs.cbegin(), m_tabs.cend(), [&tab](const auto& one) {
-                return one.first.tabName == tab.tabName && RecoveryFile::isSame(one.first, tab);
+                return one.first.tabName == tab.tabName && RecoveryProject::isSame(one.first, tab);
             });
             texts.append(known != m_tabs.cend() ? known->second : RecoveryFile::textOf(tab));
         }
@@ -129,7 +131,7 @@ QList<KeptProject> RecoveryKeeper::kept() const
 bool RecoveryKeeper::isSame(const Picture& a, const Picture& b)
 {
     const auto isSameTab = [](const ProjectState& one, const ProjectState& other) {
-        return one.tabName == other.tabName && RecoveryFile::isSame(one, other);
+        return one.tabName == other.tabName && RecoveryProject::isSame(one, other);
     };
     const auto isSameKept = [](const Kept& one, const Kept& other) { return one.serial == other.serial; };
     return a.current == b.current
@@ -140,7 +142,7 @@ bool RecoveryKeeper::isSame(const Picture& a, const Picture& b)
 bool RecoveryKeeper::hasWork(const Picture& picture) const
 {
     return !picture.kept.isEmpty()
-           || !std::all_of(picture.tabs.cbegin(), picture.tabs.cend(), RecoveryFile::isUntouched);
+           || !std::all_of(picture.tabs.cbegin(), picture.tabs.cend(), RecoveryProject::isUntouched);
 }
 
 /// Once there is a file it follows also a user who takes all work back.
@@ -173,11 +175,11 @@ void RecoveryKeeper::look(const QList<ProjectState>& tabs, int current)
 
 void RecoveryKeeper::keep(const ProjectState& project, KeptProject::Reason reason)
 {
-    if (RecoveryFile::isUntouched(project))
+    if (RecoveryProject::isUntouched(project))
         return;
     m_kept.removeIf([&project](const Kept& one) {
         return one.project.project.tabName == project.tabName
-               && RecoveryFile::isSame(one.project.project, project);
+               && RecoveryProject::isSame(one.project.project, project);
     });
     m_kept.prepend({m_nextSerial++, {project, QDateTime::currentDateTime(), reason}});
     if (m_kept.size() > MOST_KEPT)

@@ -1,8 +1,10 @@
 #include "io/RecoveryStore.h"
 
+#include "io/RecoveryProject.h"
 #include "io/SafeFile.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -18,7 +20,7 @@ constexpr qint64 MOST_BYTES = 268'435'456;
 
 bool isWorkedOn(const ProjectState& project)
 {
-    return !RecoveryFile::isUntouched(project);
+    return !RecoveryProject::isUntouched(project);
 }
 
 bool hasWork(const RecoverySession& session)
@@ -66,10 +68,9 @@ QList<RecoveryStore::Left> RecoveryStore::left() const
     return readAll(m_folder, [](const SessionFile& /*file*/) { return true; });
 }
 
-QList<ProjectState> RecoveryStore::lastProjects() const
+QList<ProjectState> RecoveryStore::lastProjects(const QList<Left>& left)
 {
-    const QList<Left> sessions = left();
-    for (const Left& one : sessions) {
+    for (const Left& one : left) {
         QList<ProjectState> worked;
         std::copy_if(one.session.tabs.cbegin(), one.session.tabs.cend(), std::back_inserter(worked),
                      isWorkedOn);

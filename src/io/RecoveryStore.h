@@ -25,8 +25,9 @@ public: // construction
 public: // queries
     /// Everything that is left, the newest first, but for the sessions in which nobody worked.
     [[nodiscard]] QList<Left> left() const;
-    /// The projects that were open in the newest session that can be read, and that somebody worked on.
-    [[nodiscard]] QList<ProjectState> lastProjects() const;
+    /// The projects that were open in the newest session of `left` that can be read, and that somebody
+    /// worked on.
+    [[nodiscard]] static QList<ProjectState> lastProjects(const QList<Left>& left);
     /// The sentence about work of a run that did not end as usual, until it was seen; nothing if there is
     /// none.
     [[nodiscard]] std::optional<QString> notice() const;

@@ -2,6 +2,7 @@
 #include "engine/Statics.h"
 #include "io/ProjectFile.h"
 #include "io/RecoveryFile.h"
+#include "io/RecoveryProject.h"
 #include "support/Files.h"
 #include "support/Sessions.h"
 
@@ -76,13 +77,13 @@ void TestRecoveryFile::session_comesBack()
     QCOMPARE(read.tabs.size(), 2);
     for (qsizetype i = 0; i < 2; ++i) {
         QCOMPARE(read.tabs.at(i).tabName, session.tabs.at(i).tabName);
-        QVERIFY(RecoveryFile::isSame(read.tabs.at(i), session.tabs.at(i)));
+        QVERIFY(RecoveryProject::isSame(read.tabs.at(i), session.tabs.at(i)));
     }
     QCOMPARE(read.kept.size(), 4);
     for (qsizetype i = 0; i < 4; ++i) {
         QCOMPARE(read.kept.at(i).reason, session.kept.at(i).reason);
         QCOMPARE(read.kept.at(i).time, time);
-        QVERIFY(RecoveryFile::isSame(read.kept.at(i).project, session.kept.at(i).project));
+        QVERIFY(RecoveryProject::isSame(read.kept.at(i).project, session.kept.at(i).project));
     }
 }
 
@@ -94,7 +95,7 @@ void TestRecoveryFile::arrays_comeBackAsArrays()
     project.screenWeightM2 = 33.3F;
     project.loads[3].screenHeight = 2.0F; // a kind of its own in the middle
     const ProjectState read = again(project);
-    QVERIFY(RecoveryFile::isSame(read, project));
+    QVERIFY(RecoveryProject::isSame(read, project));
     QVERIFY(!Project::isArraySegment(read.loads.at(0)));
     for (qsizetype i = 1; i < read.loads.size(); ++i) {
         QVERIFY(Project::isArraySegment(read.loads.at(i)));
@@ -144,7 +145,7 @@ void TestRecoveryFile::numbersThatJsonHasNot_comeBack()
         project.loads[0].mass = value;
         project.loads[2].screenHeight = value;
         project.loads[2].bumperWeightPerMeter = value;
-        QVERIFY2(RecoveryFile::isSame(again(project), project), qPrintable(QString::number(value)));
+        QVERIFY2(RecoveryProject::isSame(again(project), project), qPrintable(QString::number(value)));
     }
 }
 
@@ -174,7 +175,7 @@ void TestRecoveryFile::anyNumber_comesBackToTheBit()
         motor.selfWeight = any();
         project.motors.append(motor);
     }
-    QVERIFY(RecoveryFile::isSame(again(project), project));
+    QVERIFY(RecoveryProject::isSame(again(project), project));
 }
 
 void TestRecoveryFile::project_isThatOfAProjectFile()
@@ -282,36 +283,36 @@ void TestRecoveryFile::isSame_noticesEveryChange()
     };
     for (const auto& change : changes) {
         ProjectState changed = project;
-        QVERIFY(RecoveryFile::isSame(changed, project));
+        QVERIFY(RecoveryProject::isSame(changed, project));
         change(changed);
-        QVERIFY(!RecoveryFile::isSame(changed, project));
-        QVERIFY(RecoveryFile::isSame(again(changed), changed));
+        QVERIFY(!RecoveryProject::isSame(changed, project));
+        QVERIFY(RecoveryProject::isSame(again(changed), changed));
     }
     ProjectState solved = Statics::solved(project);
     solved.tabName = u"Otro"_s;
-    QVERIFY(RecoveryFile::isSame(solved, project));
+    QVERIFY(RecoveryProject::isSame(solved, project));
 }
 
 void TestRecoveryFile::isUntouched_asANewTabAndAResetAre()
 {
     for (const float weight : {25.0F, 50.0F})
-        QVERIFY(RecoveryFile::isUntouched(Edits::freshProject(u"Proyecto 9"_s, weight)));
+        QVERIFY(RecoveryProject::isUntouched(Edits::freshProject(u"Proyecto 9"_s, weight)));
     const ProjectState fresh = Edits::freshProject(u"Proyecto 9"_s, 50.0F);
-    QVERIFY(RecoveryFile::isUntouched(Statics::solved(fresh)));
+    QVERIFY(RecoveryProject::isUntouched(Statics::solved(fresh)));
     ProjectState longer = fresh;
     longer.trussLength = 12.5F;
-    QVERIFY(!RecoveryFile::isUntouched(longer));
+    QVERIFY(!RecoveryProject::isUntouched(longer));
     ProjectState heavier = fresh;
     heavier.trussSelfWeight = 9.0F;
-    QVERIFY(!RecoveryFile::isUntouched(heavier));
+    QVERIFY(!RecoveryProject::isUntouched(heavier));
     ProjectState stronger = fresh;
     stronger.limitCPL = 2000.0F;
-    QVERIFY(!RecoveryFile::isUntouched(stronger));
+    QVERIFY(!RecoveryProject::isUntouched(stronger));
     ProjectState moved = fresh;
     moved.motors[0].positionX = 1.0F;
-    QVERIFY(!RecoveryFile::isUntouched(moved));
-    QVERIFY(!RecoveryFile::isUntouched(workOf(u"Uno"_s)));
-    QVERIFY(!RecoveryFile::isUntouched({})); // its motors were taken away
+    QVERIFY(!RecoveryProject::isUntouched(moved));
+    QVERIFY(!RecoveryProject::isUntouched(workOf(u"Uno"_s)));
+    QVERIFY(!RecoveryProject::isUntouched({})); // its motors were taken away
 }
 
 QTEST_GUILESS_MAIN(TestRecoveryFile)

@@ -1,5 +1,6 @@
 #include "engine/Edits.h"
 #include "io/RecoveryKeeper.h"
+#include "io/RecoveryProject.h"
 #include "io/RecoveryStore.h"
 #include "support/Files.h"
 #include "support/Sessions.h"
@@ -88,7 +89,7 @@ void TestRecoveryKeeper::aChange_isWritten()
     QCOMPARE(session.process, QCoreApplication::applicationPid());
     QCOMPARE(session.boot, QString::fromLatin1(QSysInfo::bootUniqueId()));
     QVERIFY(qAbs(session.time.secsTo(QDateTime::currentDateTime())) < 60);
-    QVERIFY(RecoveryFile::isSame(session.tabs.at(1), screenOf(u"Dos"_s, 5)));
+    QVERIFY(RecoveryProject::isSame(session.tabs.at(1), screenOf(u"Dos"_s, 5)));
 
     // Of three tabs one changes; the texts of the others are taken again, each for its own tab.
     QVERIFY(run->save({workOf(u"Uno"_s), workOf(u"Tres"_s, 3.0F), screenOf(u"Dos"_s, 5)}, 0));
@@ -133,7 +134,7 @@ void TestRecoveryKeeper::keptProjects_areWrittenNewestFirst()
     QCOMPARE(kept.at(0).reason, Reason::Overwritten);
     QCOMPARE(kept.at(1).reason, Reason::Closed);
     QVERIFY(qAbs(kept.at(1).time.secsTo(QDateTime::currentDateTime())) < 60);
-    QVERIFY(RecoveryFile::isSame(kept.at(0).project, screenOf(u"Dos"_s, 3)));
+    QVERIFY(RecoveryProject::isSame(kept.at(0).project, screenOf(u"Dos"_s, 3)));
     QCOMPARE(run->kept().size(), 2);
 
     run->keep(workOf(u"Tres"_s), Reason::Reset);

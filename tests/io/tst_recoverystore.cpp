@@ -88,7 +88,7 @@ void TestRecoveryStore::nothing_isLeftWhereNothingWas()
     const RecoveryStore nowhere(path(u"no existe"_s));
     QVERIFY(nowhere.left().isEmpty());
     QVERIFY(!nowhere.notice());
-    QVERIFY(nowhere.lastProjects().isEmpty());
+    QVERIFY(RecoveryStore::lastProjects(nowhere.left()).isEmpty());
     nowhere.markSeen();
     nowhere.removeOld();
     QVERIFY(namesIn(m_folder->path()).isEmpty());
@@ -231,7 +231,7 @@ void TestRecoveryStore::badFiles_areToldAndLeftAlone()
     QCOMPARE(store().left().size(), 1);
     QCOMPARE(store().left().at(0).failure, failure);
     QCOMPARE(RecoveryStore::reason(failure), reason);
-    QVERIFY(store().lastProjects().isEmpty());
+    QVERIFY(RecoveryStore::lastProjects(store().left()).isEmpty());
     QCOMPARE(Support::contentOf(bad), bytes);
 
     // One that can be read is told first.
@@ -315,7 +315,7 @@ void TestRecoveryStore::lastProjects_areThoseSomebodyWorkedOn()
     leave(sessionOf({workOf(u"Antes"_s)}), State::Ended, 50);
     leave(sessionOf({workOf(u"Uno"_s), Edits::freshProject(u"Proyecto 2"_s, 25.0F), workOf(u"Tres"_s)}),
           State::Ended, 5);
-    const QList<ProjectState> projects = store().lastProjects();
+    const QList<ProjectState> projects = RecoveryStore::lastProjects(store().left());
     QCOMPARE(projects.size(), 2);
     QCOMPARE(projects.at(0).tabName, u"Uno"_s);
     QCOMPARE(projects.at(1).tabName, u"Tres"_s);
