@@ -157,8 +157,10 @@ void RecoveryKeeper::begin(const Picture& picture)
 {
     m_last = picture;
     m_outcome = Outcome::Writing;
-    m_thread.start(
-        [this, picture] { m_outcome = m_writer->write(picture) ? Outcome::Written : Outcome::Failed; });
+    m_thread.start([this, picture] {
+        m_hasFailed = !m_writer->write(picture);
+        m_outcome = m_hasFailed ? Outcome::Failed : Outcome::Written;
+    });
 }
 
 void RecoveryKeeper::look(const QList<ProjectState>& tabs, int current)

@@ -28,7 +28,7 @@ public: // queries
     /// Whether the last attempt to write failed.
     [[nodiscard]] bool hasFailed() const
     {
-        return m_outcome == Outcome::Failed;
+        return m_hasFailed;
     }
 
 public: // commands
@@ -79,6 +79,7 @@ private: // data
     std::optional<Picture> m_last; ///< that was given to the writer
     int m_pause = 0;               ///< so many calls of `look` do nothing after a failure
     std::atomic<Outcome> m_outcome = Outcome::Written;
-    std::unique_ptr<Writer> m_writer; ///< belongs to the thread while that writes
+    std::atomic<bool> m_hasFailed = false; ///< also while it is tried again
+    std::unique_ptr<Writer> m_writer;      ///< belongs to the thread while that writes
     QThreadPool m_thread;
 };
