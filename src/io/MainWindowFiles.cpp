@@ -73,6 +73,7 @@ std::optional<LoadLogic::ProjectState> MainWindow::readProject(const QString& pa
 
 void MainWindow::replaceProject(const LoadLogic::ProjectState& project)
 {
+    keepReplacedProject();
     pushUndoState();
     LoadLogic::ReserveIds(project);
     restoreProjectState(project);

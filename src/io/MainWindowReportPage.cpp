@@ -4,7 +4,6 @@
 #include "ui/MainWindow.h"
 
 #include <QStackedWidget>
-#include <QTabBar>
 
 namespace
 {
@@ -60,10 +59,7 @@ void MainWindow::onBackToDesignClicked()
 QList<LoadLogic::ProjectState> MainWindow::reportedProjects()
 {
     storeCurrentProject();
-    QList<LoadLogic::ProjectState> reported = projects;
-    for (qsizetype i = 0; i < reported.size(); ++i)
-        reported[i].tabName = m_tabBar->tabText(static_cast<int>(i));
-    return reported;
+    return openProjects();
 }
 
 void MainWindow::recalculateAfterReport()

@@ -26,6 +26,9 @@ class QTimer;
 class ReportPage;
 class TrussGroup;
 class TrussView;
+enum class RecoveryChoice;
+struct KeptProject;
+struct RecoveryDesk;
 
 /// The one window: tabs of projects over the drawing and its controls, and the report page.
 ///
@@ -120,6 +123,22 @@ public: // files (io/MainWindowFiles.cpp)
     /// takes the name in its file. A first file that cannot be read leaves the current tab as it is.
     void openProjectFiles(const QStringList& paths);
 
+public: // recovery (io/MainWindowRecovery.cpp)
+    /// From now on keeps the work in a file in `folder`, and offers with F9 what earlier sessions left
+    /// there.
+    void keepRecovery(const QString& folder);
+    /// Lists what can be brought back and opens what the user chooses, each in a new tab.
+    void recover(RecoveryChoice choice);
+    /// Waits until everything is in the file.
+    void saveRecovery();
+    /// The session ends as usual.
+    void endRecovery();
+    /// What there is to say of recovery, in a sentence; nothing most of the time.
+    [[nodiscard]] std::optional<QString> recoveryNotice() const;
+    /// Every tab's project as it stands now, `tabName` being the text of its tab.
+    [[nodiscard]] QList<LoadLogic::ProjectState> openProjects() const;
+    [[nodiscard]] QList<KeptProject> keptProjects() const;
+
 public: // overrides
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -202,6 +221,15 @@ private: // tabs (MainWindowTabs.cpp)
     void storeCurrentProject();
     [[nodiscard]] bool isProject(int index) const;
 
+private: // recovery (io/MainWindowRecovery.cpp)
+    void lookForWork();
+    /// Keeps the current project, before the user starts over.
+    void keepResetProject();
+    /// Keeps the current project, before another one takes its place.
+    void keepReplacedProject();
+    /// The tab `closed` of `before` was closed; keeps it, and what else is not open any more.
+    void keepVanished(const QList<LoadLogic::ProjectState>& before, int closed);
+
 private: // files (io/MainWindowFiles.cpp)
     /// The project in the file at `path`, or nothing after a box has told why.
     [[nodiscard]] std::optional<LoadLogic::ProjectState> readProject(const QString& path);
@@ -214,6 +242,8 @@ private: // dropped files (MainWindowDrop.cpp)
     /// Opens the project file at `path` into a new tab that takes the name in the file; one that
     /// cannot be read makes no tab.
     void openInNewTab(const QString& path);
+    /// Puts `project` into a new tab that takes its name.
+    void addProject(const LoadLogic::ProjectState& project);
 
 private: // reports (io/MainWindowReportPage.cpp, io/MainWindowHtmlReport.cpp)
     /// Adds the report page and keeps it in `m_reportPage`.
@@ -271,4 +301,5 @@ private: // data
     LedGroup* m_led = nullptr;
     ReportPage* m_reportPage = nullptr;
     std::unique_ptr<PanelSync> m_panels;
+    std::shared_ptr<RecoveryDesk> m_recovery; ///< none until it is switched on
 };

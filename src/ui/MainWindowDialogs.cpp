@@ -38,6 +38,7 @@ void MainWindow::onResetProjectClicked()
                                           "Se perderán todos los motores, cargas y pantallas actuales."_s))
         return;
 
+    keepResetProject();
     LoadLogic::Reset();
     LoadLogic::AddMotor(0.0F);
     LoadLogic::AddMotor(LoadLogic::TrussLength);

@@ -56,9 +56,13 @@ void MainWindow::openDroppedFiles(const QStringList& paths)
 void MainWindow::openInNewTab(const QString& path)
 {
     const std::optional<LoadLogic::ProjectState> project = readProject(path);
-    if (!project)
-        return;
+    if (project)
+        addProject(*project);
+}
+
+void MainWindow::addProject(const LoadLogic::ProjectState& project)
+{
     onAddTab();
-    replaceProject(*project);
-    nameCurrentTab(project->tabName);
+    replaceProject(project);
+    nameCurrentTab(project.tabName);
 }

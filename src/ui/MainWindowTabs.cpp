@@ -66,8 +66,10 @@ void MainWindow::onCloseTab(int index)
 {
     if (projects.size() < 2 || !isProject(index))
         return;
+    const QList<LoadLogic::ProjectState> before = openProjects();
     projects.removeAt(index);
     m_tabBar->removeTab(index);
+    keepVanished(before, index);
 }
 
 void MainWindow::onRenameTab(int index)

@@ -19,6 +19,7 @@ velmora_test(io safefileportable LIBRARY velmora_io HEADERS "${PROJECT_SOURCE_DI
 velmora_test(io saveway LIBRARY velmora_io)
 velmora_test(io sheettext LIBRARY velmora_io)
 velmora_test(io windowfiles)
+velmora_test(io windowrecovery)
 velmora_test(io windowreports HEADERS support/Browser.h)
 
 # Owners, groups, permissions and links are those of POSIX.

@@ -1,0 +1,463 @@
+#include "engine/Statics.h"
+#include "io/ProjectFile.h"
+#include "io/RecoveryDialog.h"
+#include "io/RecoveryProject.h"
+#include "io/RecoveryStore.h"
+#include "support/Dialogs.h"
+#include "support/Files.h"
+#include "support/Sessions.h"
+#include "support/Window.h"
+#ifdef Q_OS_UNIX
+#include "support/FullDisk.h"
+#endif
+
+#include <QDialogButtonBox>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+using Reason = KeptProject::Reason;
+using Support::BoxAnswer;
+
+namespace
+{
+
+/// Ticks the rows `wanted` of the next list and no others, keeps what it said before, and opens them or not.
+class ListAnswer
+{
+public: // construction
+    explicit ListAnswer(QList<int> wanted, bool accepts = true)
+        : m_wanted(std::move(wanted))
+        , m_accepts(accepts)
+        , m_answer([this](RecoveryDialog& dialog) { choose(dialog); })
+    {
+    }
+
+public: // queries
+    [[nodiscard]] bool given() const
+    {
+        return m_answer.given();
+    }
+
+public: // what the list was
+    QList<QStringList> rows;
+    QList<int> ticked;
+    bool mayOpen = false;
+
+private: // helpers
+    void choose(RecoveryDialog& dialog)
+    {
+        auto* list = dialog.findChild<QTreeWidget*>();
+        for (int row = 0; row < list->topLevelItemCount(); ++row) {
+            QTreeWidgetItem* item = list->topLevelItem(row);
+            QStringList texts;
+            for (int column = 0; column < list->columnCount(); ++column)
+                texts.append(item->text(column));
+            rows.append(texts);
+            if (item->checkState(0) == Qt::Checked)
+                ticked.append(row);
+            if (item->flags().testFlag(Qt::ItemIsUserCheckable))
+                item->setCheckState(0, m_wanted.contains(row) ? Qt::Checked : Qt::Unchecked);
+        }
+        mayOpen = openButton(dialog)->isEnabled();
+        if (m_accepts && mayOpen)
+            openButton(dialog)->click();
+        else
+            dialog.reject();
+    }
+
+    static QAbstractButton* openButton(const RecoveryDialog& dialog)
+    {
+        const QList<QAbstractButton*> buttons = dialog.findChild<QDialogButtonBox*>()->buttons();
+        return *std::find_if(buttons.cbegin(), buttons.cend(), [](const QAbstractButton* button) {
+            return button->text() == u"Abrir en pestañas nuevas";
+        });
+    }
+
+private: // data
+    QList<int> m_wanted;
+    bool m_accepts;
+    Support::Answer<RecoveryDialog> m_answer;
+};
+
+} // namespace
+
+/// Whatever is lost in the window can be brought back.
+class TestWindowRecovery : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void withoutRecovery_nothingIsWritten();
+    void aChange_isInTheFileWithinASecond();
+    void aDrag_isFollowed();
+    void nothingIsWritten_beforeSomebodyWorks();
+    void closedTabs_areKept();
+    void overwrittenTabs_areKept();
+    void everyProjectOfAnyClosing_isSomewhere();
+    void resetProjects_areKept();
+    void replacedProjects_areKept();
+    void untouchedProjects_areNot();
+    void f9_listsAndOpens();
+    void f9_withNothing_saysSo();
+    void aCrash_isToldUntilTheListWasSeen();
+    void arrays_comeBackAsArrays();
+    void usualEnd_isNotTold();
+    void recoverLast_ticksTheLastSession();
+    void unreadableFiles_cannotBeTicked();
+    void aFullDisk_isTold();
+    void namesOfHostileProjects_arePlainText();
+
+private:
+    void keep()
+    {
+        m_bench->window.keepRecovery(m_folder->path());
+    }
+    /// As after a crash: another window, and the file of the first.
+    void crash()
+    {
+        m_bench->window.saveRecovery();
+        start();
+    }
+    void start()
+    {
+        m_bench.reset();
+        m_bench = std::make_unique<Support::Bench>();
+        keep();
+    }
+    [[nodiscard]] RecoverySession written() const
+    {
+        const QList<SessionFile> files = SessionFile::allIn(m_folder->path());
+        return files.isEmpty() ? RecoverySession() : RecoveryFile::read(files.at(0).path()).session;
+    }
+    [[nodiscard]] QStringList kept() const
+    {
+        QStringList lines;
+        const QList<KeptProject> projects = m_bench->window.keptProjects();
+        for (const KeptProject& one : projects)
+            lines.append(one.project.tabName + QString::number(static_cast<int>(one.reason)));
+        return lines;
+    }
+    void addTab(float mass)
+    {
+        m_bench->window.onAddTab();
+        m_bench->hangLoad(mass, 3.0F);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<Support::Bench> m_bench;
+};
+
+void TestWindowRecovery::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_bench = std::make_unique<Support::Bench>();
+}
+
+void TestWindowRecovery::cleanup()
+{
+    m_bench.reset();
+}
+
+void TestWindowRecovery::withoutRecovery_nothingIsWritten()
+{
+    m_bench->hangLoad(100.0F, 3.0F);
+    m_bench->window.saveRecovery();
+    m_bench->window.endRecovery();
+    m_bench->window.recover(RecoveryChoice::Last);
+    QVERIFY(!m_bench->window.recoveryNotice());
+    QVERIFY(m_bench->window.keptProjects().isEmpty());
+}
+
+void TestWindowRecovery::aChange_isInTheFileWithinASecond()
+{
+    keep();
+    m_bench->hangLoad(123.25F, 3.0F);
+    QTRY_COMPARE_WITH_TIMEOUT(written().tabs.size(), 1, 2000);
+    QVERIFY(RecoveryProject::isSame(written().tabs.at(0), m_bench->window.captureCurrentState()));
+    m_bench->setText("loadMass", u"7"_s);
+    m_bench->window.onAddMotorClicked();
+    QTRY_COMPARE_WITH_TIMEOUT(written().tabs.at(0).motors.size(), 3, 2000);
+    m_bench->tabBar()->setTabText(0, u"Otro nombre"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(written().tabs.at(0).tabName, u"Otro nombre"_s, 2000);
+}
+
+void TestWindowRecovery::aDrag_isFollowed()
+{
+    keep();
+    m_bench->canvas()->resize(800, 600);
+    m_bench->hangLoad(100.0F, 3.0F);
+    m_bench->window.saveRecovery();
+    LoadLogic::ActiveLoads[0].positionX = 4.5F; // as a step does
+    m_bench->window.edited();
+    QTRY_COMPARE_WITH_TIMEOUT(written().tabs.at(0).loads.at(0).positionX, 4.5F, 2000);
+}
+
+void TestWindowRecovery::nothingIsWritten_beforeSomebodyWorks()
+{
+    keep();
+    m_bench->window.onAddTab();
+    m_bench->window.saveRecovery();
+    QVERIFY(Support::namesIn(m_folder->path()).isEmpty());
+}
+
+void TestWindowRecovery::closedTabs_areKept()
+{
+    keep();
+    addTab(1.0F);
+    addTab(2.0F);
+    m_bench->window.onTabChanged(0);
+    m_bench->tabBar()->setCurrentIndex(0);
+    m_bench->window.onCloseTab(2);
+    QCOMPARE(kept(), QStringList(u"Proyecto 30"_s));
+    QCOMPARE(m_bench->window.keptProjects().at(0).project.loads.at(0).mass, 2.0F);
+}
+
+// Closing the current tab leaves its project in the place of the next one.
+void TestWindowRecovery::overwrittenTabs_areKept()
+{
+    keep();
+    m_bench->hangLoad(1.0F, 3.0F);
+    addTab(2.0F);
+    addTab(3.0F);
+    m_bench->tabBar()->setCurrentIndex(1);
+    m_bench->window.onCloseTab(1);
+    QCOMPARE(kept(), QStringList({u"Proyecto 20"_s, u"Proyecto 33"_s}));
+    QCOMPARE(m_bench->window.keptProjects().at(1).project.loads.at(0).mass, 3.0F);
+}
+
+void TestWindowRecovery::everyProjectOfAnyClosing_isSomewhere()
+{
+    for (int current = 0; current < 4; ++current) {
+        for (int closed = 0; closed < 4; ++closed) {
+            init();
+            keep();
+            m_bench->hangLoad(1.0F, 3.0F);
+            for (const float mass : {2.0F, 3.0F, 4.0F})
+                addTab(mass);
+            m_bench->tabBar()->setCurrentIndex(current);
+            m_bench->hangLoad(0.5F, 4.0F); // what no snapshot holds yet
+            const QList<LoadLogic::ProjectState> before = m_bench->window.openProjects();
+            m_bench->window.onCloseTab(closed);
+
+            QList<LoadLogic::ProjectState> after = m_bench->window.openProjects();
+            for (const KeptProject& one : m_bench->window.keptProjects())
+                after.append(one.project);
+            for (const LoadLogic::ProjectState& project : before) {
+                const bool isThere = std::any_of(after.cbegin(), after.cend(), [&](const auto& other) {
+                    return RecoveryProject::isSame(other, project);
+                });
+                QVERIFY2(isThere, qPrintable(project.tabName + u" of "_s + QString::number(current)
+                                             + QString::number(closed)));
+            }
+            QCOMPARE(m_bench->window.keptProjects().at(0).project.tabName, before.at(closed).tabName);
+        }
+    }
+}
+
+void TestWindowRecovery::resetProjects_areKept()
+{
+    keep();
+    m_bench->hangLoad(1.0F, 3.0F);
+    {
+        const BoxAnswer no(QMessageBox::No);
+        m_bench->window.onResetProjectClicked();
+        QVERIFY(no.given());
+        QVERIFY(kept().isEmpty());
+    }
+    const BoxAnswer yes(QMessageBox::Yes);
+    m_bench->window.onResetProjectClicked();
+    QVERIFY(yes.given());
+    QCOMPARE(kept(), QStringList(u"Proyecto 11"_s));
+    QCOMPARE(m_bench->window.keptProjects().at(0).project.loads.size(), 1);
+}
+
+void TestWindowRecovery::replacedProjects_areKept()
+{
+    keep();
+    const QString path = m_folder->filePath(u"a.rig"_s);
+    QVERIFY(ProjectFile::write(path, Support::workOf(u"Archivo"_s)));
+    m_bench->hangLoad(1.0F, 3.0F);
+    QVERIFY(m_bench->window.openProjectFile(path));
+    QCOMPARE(kept(), QStringList(u"Proyecto 12"_s));
+}
+
+void TestWindowRecovery::untouchedProjects_areNot()
+{
+    keep();
+    const QString path = m_folder->filePath(u"a.rig"_s);
+    QVERIFY(ProjectFile::write(path, Support::workOf(u"Archivo"_s)));
+    QVERIFY(m_bench->window.openProjectFile(path));
+    m_bench->window.onAddTab();
+    m_bench->window.onCloseTab(0);
+    QVERIFY(!kept().contains(u"Proyecto 12"_s));
+    for (const KeptProject& one : m_bench->window.keptProjects())
+        QVERIFY(!RecoveryProject::isUntouched(one.project));
+}
+
+void TestWindowRecovery::f9_listsAndOpens()
+{
+    keep();
+    m_bench->addScreen();
+    m_bench->hangLoad(44.5F, 3.0F);
+    const LoadLogic::ProjectState before = m_bench->window.captureCurrentState();
+    {
+        const BoxAnswer yes(QMessageBox::Yes);
+        m_bench->window.onResetProjectClicked();
+    }
+    QVERIFY(m_bench->activate());
+    const ListAnswer answer({0});
+    QTest::keyClick(&m_bench->window, Qt::Key_F9);
+    QVERIFY(answer.given());
+    QCOMPARE(answer.rows.size(), 1);
+    QCOMPARE(answer.rows.at(0).at(0), u"Proyecto 1"_s);
+    QCOMPARE(answer.rows.at(0).sliced(2), QStringList({u"2"_s, u"1"_s, u"1"_s, u"Proyecto restaurado"_s}));
+    QVERIFY(answer.ticked.isEmpty());
+    QCOMPARE(m_bench->tabBar()->count(), 2);
+    QCOMPARE(m_bench->tabBar()->currentIndex(), 1);
+    QCOMPARE(m_bench->tabBar()->tabText(1), u"Proyecto 1"_s);
+    QVERIFY(RecoveryProject::isSame(m_bench->window.captureCurrentState(), before));
+    QCOMPARE(m_bench->window.keptProjects().size(), 1); // it stays
+}
+
+void TestWindowRecovery::f9_withNothing_saysSo()
+{
+    keep();
+    const BoxAnswer box(QMessageBox::Ok);
+    m_bench->window.recover(RecoveryChoice::Unclosed);
+    QVERIFY(box.given());
+    QCOMPARE(box.text, u"No hay nada que recuperar."_s);
+}
+
+void TestWindowRecovery::aCrash_isToldUntilTheListWasSeen()
+{
+    keep();
+    QVERIFY(!m_bench->window.recoveryNotice());
+    m_bench->hangLoad(1.0F, 3.0F);
+    addTab(2.0F);
+    crash();
+    QVERIFY(m_bench->window.recoveryNotice()->startsWith(u"Hay trabajo sin cerrar de "_s));
+    QVERIFY(m_bench->window.recoveryNotice()->endsWith(u": recuperar (F9)"_s));
+    QCOMPARE(m_bench->tabBar()->count(), 1);
+    start(); // not answered: nothing is lost
+    QVERIFY(m_bench->window.recoveryNotice());
+
+    const ListAnswer answer({}, false);
+    m_bench->window.recover(RecoveryChoice::Unclosed);
+    QVERIFY(answer.given());
+    QCOMPARE(answer.ticked, QList<int>({0, 1}));
+    QVERIFY(!answer.mayOpen);
+    QVERIFY(!m_bench->window.recoveryNotice());
+    QCOMPARE(m_bench->tabBar()->count(), 1);
+    start();
+    QVERIFY(!m_bench->window.recoveryNotice());
+    const ListAnswer again({0, 1});
+    m_bench->window.recover(RecoveryChoice::Unclosed);
+    QVERIFY(again.given());
+    QCOMPARE(again.rows.size(), 2);
+    QVERIFY(again.ticked.isEmpty());
+    QCOMPARE(m_bench->tabBar()->count(), 3);
+}
+
+void TestWindowRecovery::arrays_comeBackAsArrays()
+{
+    keep();
+    m_bench->setText("screenHeight", u"3.75"_s);
+    m_bench->addScreen();
+    const LoadLogic::ProjectState before = m_bench->window.captureCurrentState();
+    QVERIFY(Project::isArraySegment(before.loads.at(0)));
+    crash();
+    const ListAnswer answer({0});
+    m_bench->window.recover(RecoveryChoice::Unclosed);
+    QVERIFY(answer.given());
+    const LoadLogic::ProjectState after = m_bench->window.captureCurrentState();
+    QVERIFY(RecoveryProject::isSame(after, before));
+    QCOMPARE(after.trussStressPercentage, before.trussStressPercentage);
+    for (qsizetype i = 0; i < after.motors.size(); ++i)
+        QCOMPARE(after.motors.at(i).totalLoad, before.motors.at(i).totalLoad);
+    QCOMPARE(after.loads.at(0).screenHeight, 3.75F);
+    QCOMPARE(LoadLogic::NextGroupId > after.loads.at(0).groupId, true);
+}
+
+void TestWindowRecovery::usualEnd_isNotTold()
+{
+    keep();
+    m_bench->hangLoad(1.0F, 3.0F);
+    m_bench->window.endRecovery();
+    start();
+    QVERIFY(!m_bench->window.recoveryNotice());
+    const ListAnswer answer({}, false);
+    m_bench->window.recover(RecoveryChoice::Unclosed);
+    QVERIFY(answer.given());
+    QCOMPARE(answer.rows.size(), 1);
+    QCOMPARE(answer.rows.at(0).constLast(), u"Abierto al cerrar el programa"_s);
+    QVERIFY(answer.ticked.isEmpty());
+}
+
+void TestWindowRecovery::recoverLast_ticksTheLastSession()
+{
+    keep();
+    m_bench->hangLoad(1.0F, 3.0F);
+    m_bench->window.endRecovery();
+    start();
+    const ListAnswer answer({0});
+    m_bench->window.recover(RecoveryChoice::Last);
+    QVERIFY(answer.given());
+    QCOMPARE(answer.ticked, QList<int>({0}));
+    QCOMPARE(m_bench->tabBar()->count(), 2);
+}
+
+void TestWindowRecovery::unreadableFiles_cannotBeTicked()
+{
+    const QString path = m_folder->filePath(u"sesion-0123456789abcdef.abierta.json"_s);
+    Support::put(path, "roto");
+    keep();
+    QCOMPARE(m_bench->window.recoveryNotice(),
+             u"Hay trabajo sin cerrar que no se puede recuperar: detalles (F9)"_s);
+    const ListAnswer answer({0});
+    m_bench->window.recover(RecoveryChoice::Last);
+    QVERIFY(answer.given());
+    QVERIFY(!answer.mayOpen);
+    QCOMPARE(answer.rows.at(0).at(0), path);
+    QCOMPARE(answer.rows.at(0).constLast(), u"El archivo está dañado."_s);
+}
+
+void TestWindowRecovery::aFullDisk_isTold()
+{
+#ifdef Q_OS_UNIX
+    keep();
+    m_bench->hangLoad(1.0F, 3.0F);
+    {
+        const Support::FullDisk disk;
+        m_bench->window.saveRecovery();
+    }
+    QCOMPARE(m_bench->window.recoveryNotice(),
+             u"No se puede guardar la copia de recuperación: guarde sus proyectos"_s);
+    m_bench->window.saveRecovery();
+    QVERIFY(!m_bench->window.recoveryNotice());
+#else
+    QSKIP("No such limit here");
+#endif
+}
+
+void TestWindowRecovery::namesOfHostileProjects_arePlainText()
+{
+    keep();
+    m_bench->hangLoad(1.0F, 3.0F);
+    m_bench->tabBar()->setTabText(0, u"<b>Uno</b>\n%1 & Co"_s);
+    crash();
+    const ListAnswer answer({0});
+    m_bench->window.recover(RecoveryChoice::Unclosed);
+    QVERIFY(answer.given());
+    QCOMPARE(answer.rows.at(0).at(0), u"<b>Uno</b> %1 & Co"_s);
+    QCOMPARE(m_bench->tabBar()->tabText(1), u"<b>Uno</b>\n%1 & Co"_s);
+}
+
+QTEST_MAIN(TestWindowRecovery)
+#include "tst_windowrecovery.moc"
