@@ -122,7 +122,7 @@ has_windows() { [[ $(windows_of "$2" | wc -l) -ge $1 ]]; }
 start()
 {
     local prefix=$1 command
-    command=$(sed -n 's/^Exec=//p' "$prefix/share/applications/velmora-master.desktop")
+    command=$(sed -n 's/^Exec=//p' "$prefix/share/applications/velmora-master.desktop" | head -n 1)
     [[ $command == "velmora-master %F" ]] || fail "FAILED: the desktop entry's command is $command"
     PATH=$prefix/bin:$PATH HOME=$scratch/home "${command%% *}" "$2" 2>"$scratch/said" &
     process=$!

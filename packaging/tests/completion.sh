@@ -42,9 +42,10 @@ expect()
 # library puts around an empty word for a part of it.
 expect "./carpeta ./dos.json ./uno.rig" ./
 expect "uno.rig" u
-options="--contraste --csv --flecha --help --informe --json --memoria --resumen --salida"
+options="--contraste --csv --flecha --help --informe --json --memoria --recuperar --resumen --salida"
 expect "$options --sin-contraste --sobrescribir --version" --
-expect "--resumen" --r
+expect "--recuperar --resumen" --r
+expect "--resumen" --res
 expect "--contraste --csv" --c
 expect "" --contraste --flecha 1
 expect "./carpeta" --informe --salida ./

@@ -1,5 +1,6 @@
 #include "app/Appearance.h"
 
+#include "app/CommandLine.h"
 #include "app/Legibility.h"
 
 #include <QApplication>
@@ -76,6 +77,13 @@ void Appearance::chooseStyle()
     QApplication::setStyle(u"Fusion"_s);
 }
 
+void Appearance::nameProgram()
+{
+    QCoreApplication::setApplicationName(u"VelmoraMaster"_s);
+    QCoreApplication::setOrganizationName(u"Velmora"_s);
+    QCoreApplication::setApplicationVersion(CommandLine::versionNumber());
+}
+
 void Appearance::apply(QApplication& application)
 {
     // The point is the decimal sign everywhere; a comma locale would read a typed 0.5 as 5.
@@ -83,8 +91,7 @@ void Appearance::apply(QApplication& application)
     translateDialogs(application);
     Legibility::install(application);
 
-    QApplication::setApplicationName(u"VelmoraMaster"_s);
-    QApplication::setOrganizationName(u"Velmora"_s);
+    nameProgram();
     // Wayland finds the icon of a window through the desktop entry of this name.
     QApplication::setDesktopFileName(u"velmora-master"_s);
     QApplication::setWindowIcon(QIcon(u":/icono-app.ico"_s));

@@ -10,6 +10,7 @@
 #include "io/ConsolidatedReport.h"
 #include "io/HtmlReport.h"
 #include "io/ProjectFile.h"
+#include "io/RecoveryStore.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -178,10 +179,31 @@ bool wouldSpoil(const CommandLine& options, qsizetype count)
     return !spoiled.isEmpty();
 }
 
+/// What the last session had open; complains about what cannot be read.
+Batch::Input readRecovered()
+{
+    const QList<RecoveryStore::Left> left = RecoveryStore().left();
+    for (const RecoveryStore::Left& one : left) {
+        if (one.failure != RecoveryFile::Failure::None)
+            complain(one.path, RecoveryStore::reason(one.failure));
+    }
+    Batch::Input input;
+    const QList<ProjectState> projects = RecoveryStore::lastProjects(left);
+    for (const ProjectState& project : projects)
+        input.projects.append({project.tabName, project});
+    if (projects.isEmpty()) {
+        input.badFiles.append({RecoveryFolder::path(), u"No hay nada que recuperar."_s});
+        complain(RecoveryFolder::path(), input.badFiles.constLast().reason);
+    }
+    return input;
+}
+
 } // namespace
 
 Batch::Input Batch::read(const CommandLine& options)
 {
+    if (options.recover)
+        return readRecovered();
     Input input;
     for (const QString& name : options.files) {
         const ProjectFile::Content content = ProjectFile::readOnce(name);

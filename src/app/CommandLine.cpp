@@ -29,6 +29,7 @@ constexpr std::array FLAGS{
     Flag{QLatin1StringView("--informe"), &CommandLine::report},
     Flag{QLatin1StringView("--memoria"), &CommandLine::sheet},
     Flag{QLatin1StringView("--sobrescribir"), &CommandLine::overwrite},
+    Flag{QLatin1StringView("--recuperar"), &CommandLine::recover},
 };
 
 /// An option with a value: "--salida CARPETA" or "--salida=CARPETA".
@@ -84,7 +85,10 @@ QString contradiction(const CommandLine& line)
         Mistake{!line.reportFolder.isEmpty() && !writesFile, u"--salida solo acompaña a --informe"_s},
         Mistake{line.overwrite && line.reportFolder.isEmpty() && !line.sheet,
                 u"--sobrescribir solo acompaña a --salida"_s},
-        Mistake{line.isBatch() && line.files.isEmpty(), u"Falta al menos un archivo de proyecto"_s},
+        Mistake{line.recover && !line.files.isEmpty(), u"--recuperar no admite archivos"_s},
+        Mistake{line.recover && line.sheet, u"--memoria y --recuperar se excluyen"_s},
+        Mistake{line.isBatch() && line.files.isEmpty() && !line.recover,
+                u"Falta al menos un archivo de proyecto"_s},
     };
     for (const Mistake& mistake : mistakes) {
         if (mistake.isMade)
@@ -185,6 +189,7 @@ QString CommandLine::usage()
      velmora-master --informe [--salida CARPETA [--sobrescribir]]
                     [--sin-contraste] ARCHIVO…
      velmora-master --memoria [--salida CARPETA] [--sobrescribir] ARCHIVO…
+     velmora-master --recuperar [--resumen | --informe]
 
 Cargas en los puntos de cuelgue de un truss de escenario. Sin opciones abre la
 ventana, con una pestaña para cada ARCHIVO de proyecto (.rig o .json).
@@ -211,6 +216,8 @@ Opciones:
                     reemplaza la que haya.
   --sin-contraste   Con --resumen o --informe: solo las cifras de la palanca,
                     sin avisar de lo que las contradice.
+  --recuperar       Ofrece lo que la última sesión tenía abierto; con --resumen
+                    o --informe, en lugar de los ARCHIVOS.
   -h, --help        Muestra esta ayuda.
   -v, --version     Muestra la versión.
   --                Lo que sigue son archivos, aunque empiece por un guion.

@@ -20,6 +20,7 @@ struct CommandLine
     bool report = false;                   ///< write the HTML report
     bool sheet = false;                    ///< write the calculation sheet
     bool overwrite = false;                ///< … also where an older one is, or would show other drawings
+    bool recover = false;                  ///< what the last session had open, instead of files
     QString reportFolder;                  ///< empty for the temporary directory
     QStringList files;                     ///< project files, in the order given
     QString error;                         ///< one line in Spanish; empty when the command line can be obeyed

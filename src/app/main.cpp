@@ -2,7 +2,10 @@
 #include "app/Batch.h"
 #include "app/CommandLine.h"
 #include "app/Console.h"
+#include "app/EndSignals.h"
 #include "app/SheetBatch.h"
+#include "io/RecoveryFolder.h"
+#include "io/RecoveryList.h"
 #include "ui/MainWindow.h"
 
 #include <QApplication>
@@ -88,7 +91,7 @@ int runBatch(const CommandLine& options, int& argc, char* argv[])
 /// What a window would show, told without one.
 int runWithoutDisplay(CommandLine options, int& argc, char* argv[])
 {
-    if (options.files.isEmpty()) {
+    if (options.files.isEmpty() && !options.recover) {
         Console::complain(
             u"velmora-master: No hay pantalla (DISPLAY, WAYLAND_DISPLAY) donde abrir la ventana; "
             "--help dice qué se puede hacer sin ella."_s);
@@ -101,6 +104,16 @@ int runWithoutDisplay(CommandLine options, int& argc, char* argv[])
     return runBatch(options, argc, argv);
 }
 
+/// What the first picture does not need.
+void begin(MainWindow& window, const CommandLine& options)
+{
+    window.keepRecovery(RecoveryFolder::path());
+    if (options.recover)
+        window.recover(RecoveryChoice::Last);
+    else if (!options.files.isEmpty())
+        window.openProjectFiles(options.files);
+}
+
 int runWindow(const CommandLine& options, int& argc, char* argv[])
 {
     Appearance::chooseStyle();
@@ -109,15 +122,22 @@ int runWindow(const CommandLine& options, int& argc, char* argv[])
 
     MainWindow window;
     window.show();
-    if (!options.files.isEmpty())
-        QTimer::singleShot(0, &window, [&] { window.openProjectFiles(options.files); });
-    return QApplication::exec();
+    QTimer::singleShot(0, &window, [&] { begin(window, options); });
+    const EndSignals signalled([&window] {
+        window.saveRecovery();
+        QApplication::exit();
+    });
+    const int code = QApplication::exec();
+    if (!signalled.haveCome())
+        window.endRecovery();
+    return code;
 }
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
+    Appearance::nameProgram();
     const CommandLine options = CommandLine::parse(argumentsOf(argc, argv));
     int noArguments = 1; // Qt would take some of them for its own
 

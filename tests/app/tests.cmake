@@ -20,6 +20,12 @@ add_test(NAME app.schema
         "${PROJECT_SOURCE_DIR}"
 )
 set_tests_properties(app.schema PROPERTIES LABELS app SKIP_RETURN_CODE 77 TIMEOUT 120)
+add_dependencies(tst_app_program velmora-master)
+velmora_test(app recovery LIBRARY velmora_batch)
+target_compile_definitions(tst_app_recovery PRIVATE
+    VELMORA_EXECUTABLE="$<TARGET_FILE:velmora-master>"
+)
+add_dependencies(tst_app_recovery velmora-master)
 velmora_test(app guide)
 if(TARGET velmora_guide) # the guide is to lie beside the executable
     add_dependencies(tst_app_guide velmora_guide)

@@ -12,6 +12,7 @@ private slots:
     void nothing_opensTheWindow();
     void files_keepTheirOrder();
     void summary_takesFiles();
+    void recovery_needsNoFiles();
     void json_accompaniesTheSummary();
     void report_takesAFolder_data();
     void report_takesAFolder();
@@ -51,6 +52,18 @@ void TestCommandLine::summary_takesFiles()
     QVERIFY(line.isBatch());
     QVERIFY(!line.report);
     QCOMPARE(line.files, QStringList({u"a.rig"_s, u"b.rig"_s}));
+}
+
+void TestCommandLine::recovery_needsNoFiles()
+{
+    const CommandLine window = CommandLine::parse({u"--recuperar"_s});
+    QVERIFY(window.error.isEmpty());
+    QVERIFY(window.recover);
+    QVERIFY(!window.isBatch());
+    const CommandLine summary = CommandLine::parse({u"--recuperar"_s, u"--resumen"_s, u"--json"_s});
+    QVERIFY(summary.error.isEmpty());
+    QVERIFY(summary.recover && summary.isBatch());
+    QVERIFY(!CommandLine::parse({u"a.rig"_s}).recover);
 }
 
 void TestCommandLine::json_accompaniesTheSummary()
@@ -175,6 +188,10 @@ void TestCommandLine::mistakes_areTold_data()
                                   << u"Falta la carpeta de --salida"_s;
     QTest::newRow("folder without report")
         << QStringList{u"--salida"_s, u"x"_s, u"a.rig"_s} << u"--salida solo acompaña a --informe"_s;
+    QTest::newRow("recovery with files")
+        << QStringList{u"--recuperar"_s, u"a.rig"_s} << u"--recuperar no admite archivos"_s;
+    QTest::newRow("recovery, summary and files")
+        << QStringList{u"--resumen"_s, u"a.rig"_s, u"--recuperar"_s} << u"--recuperar no admite archivos"_s;
     QTest::newRow("json alone") << QStringList{u"--json"_s, u"a.rig"_s}
                                 << u"--json solo acompaña a --resumen"_s;
     QTest::newRow("json beside a report")
@@ -219,9 +236,10 @@ void TestCommandLine::mistakes_areTold()
 void TestCommandLine::usage_namesEveryOption()
 {
     const QString usage = CommandLine::usage();
-    for (const QString& option : {u"--resumen"_s, u"--json"_s, u"--informe"_s, u"--salida"_s, u"--help"_s,
-                                  u"--csv"_s, u"--contraste"_s, u"--sin-contraste"_s, u"--flecha"_s,
-                                  u"--sobrescribir"_s, u"--memoria"_s, u"--version"_s, u"-h"_s, u"-v"_s})
+    for (const QString& option :
+         {u"--resumen"_s, u"--json"_s, u"--informe"_s, u"--salida"_s, u"--help"_s, u"--csv"_s,
+          u"--contraste"_s, u"--sin-contraste"_s, u"--flecha"_s, u"--sobrescribir"_s, u"--memoria"_s,
+          u"--recuperar"_s, u"--version"_s, u"-h"_s, u"-v"_s})
         QVERIFY2(usage.contains(option), qPrintable(option));
     const QStringList lines = usage.split(u'\n');
     for (const QString& line : lines)

@@ -29,6 +29,8 @@ inline QProcessEnvironment withoutDisplay()
     for (const QString& name :
          {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s, u"XDG_RUNTIME_DIR"_s})
         environment.remove(name);
+    static const QTemporaryDir home; // not that of whoever runs the test
+    environment.insert(u"XDG_DATA_HOME"_s, home.path());
     return environment;
 }
 
