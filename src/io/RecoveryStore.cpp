@@ -3,6 +3,10 @@
 #include "io/RecoveryProject.h"
 #include "io/SafeFile.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -54,6 +58,16 @@ QString noticeOf(const RecoveryStore::Left& left)
         return u"Hay trabajo sin cerrar que no se puede recuperar: detalles (F9)"_s;
     return u"Hay trabajo sin cerrar de "_s + left.session.time.toString(u"dd/MM/yyyy HH:mm"_s)
            + u": recuperar (F9)"_s;
+}
+
+/// Removes what a run that was killed while it wrote has left, when that is older than `limit`.
+void removeUnfinished(const QString& folder, const QDateTime& limit)
+{
+    const QFileInfoList files = QDir(folder).entryInfoList({u".velmora-*"_s}, QDir::Files | QDir::Hidden);
+    for (const QFileInfo& file : files) {
+        if (file.lastModified() < limit && SafeFile::isOwnFile(file.filePath()))
+            QFile::remove(file.filePath());
+    }
 }
 
 } // namespace
@@ -127,11 +141,13 @@ void RecoveryStore::markSeen() const
 
 void RecoveryStore::removeOld(const QDateTime& now) const
 {
+    const QDateTime limit = now.addDays(-DAYS_KEPT);
+    removeUnfinished(m_folder, limit);
     qint64 size = 0;
     QList<SessionFile> files = ownFiles();
     for (SessionFile& file : files) {
         size += file.size();
-        const bool isOld = file.written() < now.addDays(-DAYS_KEPT);
+        const bool isOld = file.written() < limit;
         if (isOld || (size > MOST_BYTES && file.state() == State::Ended))
             file.remove();
     }

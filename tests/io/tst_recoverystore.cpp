@@ -286,7 +286,14 @@ void TestRecoveryStore::oldFiles_go()
         leave(sessionOf({workOf(u"Vieja"_s)}), state, 30 * DAY + 60);
         leave(sessionOf({workOf(u"Nueva"_s)}), state, 30 * DAY - 60);
     }
+    const QString oldRest = path(u".velmora-0123456789abcdef"_s);
+    const QString newRest = path(u".velmora-fedcba9876543210"_s);
+    for (const QString& rest : {oldRest, newRest}) // of runs that were killed
+        Support::put(rest, "medio");
+    age(oldRest, 30 * DAY + 60);
     store().removeOld();
+    QVERIFY(!QFile::exists(oldRest));
+    QVERIFY(QFile::exists(newRest));
     const QList<RecoveryStore::Left> left = store().left();
     QCOMPARE(left.size(), 3);
     for (const RecoveryStore::Left& one : left)

@@ -2,6 +2,12 @@
 add_executable(saver robustness/saver.cpp)
 target_link_libraries(saver PRIVATE velmora velmora_warnings)
 
+# What tools/kill-session.sh runs.
+if(UNIX)
+    add_executable(session robustness/session.cpp)
+    target_link_libraries(session PRIVATE velmora velmora_warnings)
+endif()
+
 # Whether leaks are told at all.
 if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=[a-z,-]*address")
     add_executable(leak robustness/leak.cpp)
