@@ -60,8 +60,7 @@ RecoveryDialog::RecoveryDialog(const QList<RecoveryEntry>& entries, QWidget* par
     resize(SIZE);
 
     auto* explanation =
-        new QLabel(u"Lo que se marque se abre en pestañas nuevas. Nada se borra de esta lista "
-                   "hasta pasados 30 días."_s);
+        new QLabel(u"Lo que se marque se abre en pestañas nuevas; además sigue en esta lista."_s);
     explanation->setWordWrap(true);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(explanation);
