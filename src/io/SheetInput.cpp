@@ -36,8 +36,8 @@ QString motorTable(const SheetProject& project)
                                      u"Respecto al centro"_s, u"Capacidad (kg)"_s, u"Peso propio (kg)"_s},
                                     rows, {1});
     if (static_cast<std::size_t>(rows.size()) < project.motors.size()) {
-        html += SheetHtml::note(
-            u"Se listan los primeros %1 motores de %2."_s.arg(rows.size()).arg(project.motors.size()));
+        html += SheetHtml::note(u"Se listan los primeros %1 motores de %2."_s.arg(
+            QString::number(rows.size()), QString::number(project.motors.size())));
     }
     return html;
 }
@@ -74,8 +74,8 @@ QString loadTable(const SheetProject& project)
             u"Para que la memoria no crezca sin medida, las cargas a partir de la %1.ª, y las pantallas de "
             u"más "
             "de %2 segmentos, no se listan: entran con su suma, y en las cuentas con la suma de las que caen "
-            "en cada vano."_s.arg(SheetProject::MOST_LOADS + 1)
-                .arg(SheetProject::MOST_SEGMENTS));
+            "en cada vano."_s.arg(QString::number(SheetProject::MOST_LOADS + 1),
+                                  QString::number(SheetProject::MOST_SEGMENTS)));
     }
     return html;
 }

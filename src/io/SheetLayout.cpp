@@ -90,7 +90,9 @@ QByteArray SheetLayout::pdf(const QList<Part>& parts, const QString& version, co
             paintFrame(painter, page,
                        {u"Memoria de cálculo · "_s + part.text.title, date.toString(u"dd/MM/yyyy HH:mm"_s),
                         u"SHA-256 del proyecto: "_s + part.digest},
-                       {u"Velmora Master "_s + version, u"Página %1 de %2"_s.arg(number).arg(count), {}});
+                       {u"Velmora Master "_s + version,
+                        u"Página %1 de %2"_s.arg(QString::number(number), QString::number(count)),
+                        {}});
             all[i]->paint(painter, k, body.topLeft());
         }
     }

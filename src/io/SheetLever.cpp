@@ -146,8 +146,8 @@ QString SheetLever::html(const SheetProject& project)
     const std::vector<std::size_t> motors = derivedMotors(project);
     if (motors.size() < project.motors.size()) {
         html += SheetHtml::note(u"Se desarrollan los %1 motores más cercanos a su capacidad, de %2 que hay; "
-                                "en la tabla de arriba están los primeros 60."_s.arg(motors.size())
-                                    .arg(project.motors.size()));
+                                "en la tabla de arriba están los primeros 60."_s.arg(
+                                    QString::number(motors.size()), QString::number(project.motors.size())));
     }
     QStringList points;
     double total = 0.0;

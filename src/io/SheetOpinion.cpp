@@ -156,7 +156,8 @@ QString SheetOpinion::figuresHtml(const Opinion& opinion)
         row.front() = row.constFirst().toHtmlEscaped();
     html += SheetHtml::table(SecondOpinionText::columns(), rows, {0, 6});
     if (rows.size() < all)
-        html += SheetHtml::note(u"Se listan los primeros %1 motores de %2."_s.arg(rows.size()).arg(all));
+        html += SheetHtml::note(u"Se listan los primeros %1 motores de %2."_s.arg(
+            QString::number(rows.size()), QString::number(all)));
     QStringList sentences = SecondOpinionText::sentences(opinion);
     sentences.resize(std::min(sentences.size(), static_cast<qsizetype>(SheetProject::MOST_LOADS)));
     for (const QString& sentence : std::as_const(sentences))

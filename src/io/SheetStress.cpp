@@ -200,7 +200,8 @@ QString SheetStress::stressHtml(const SheetProject& project)
     listed.resize(std::min(listed.size(), SheetProject::MOST_MOTORS));
     QString html = title + referenceText(project) + candidateTable(listed);
     if (listed.size() < all.size())
-        html += SheetHtml::note(u"Se listan los primeros %1 de %2."_s.arg(listed.size()).arg(all.size()));
+        html += SheetHtml::note(u"Se listan los primeros %1 de %2."_s.arg(QString::number(listed.size()),
+                                                                          QString::number(all.size())));
     return html + decidingHtml(project, *deciding);
 }
 

@@ -153,7 +153,8 @@ void CalculationSheetTest::everyPage_tellsProjectDateVersionAndDigest()
         QVERIFY(isFirst || page.contains(second));
         QVERIFY(page.contains(u"03/02/2031 14:05"_s));
         QVERIFY(page.contains(u"Velmora Master 9.8.7"_s));
-        QVERIFY(page.contains(u"Página %1 de %2"_s.arg(i + 1).arg(pages.size())));
+        QVERIFY(
+            page.contains(u"Página %1 de %2"_s.arg(QString::number(i + 1), QString::number(pages.size()))));
     }
     QVERIFY(ofFirst > 0 && ofFirst < pages.size());
 }

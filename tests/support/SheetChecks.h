@@ -26,6 +26,13 @@ inline bool agrees(double calculated, double printed, double unit)
     return std::abs(calculated - printed) <= unit * 1.0001 + std::abs(printed) * 1e-9;
 }
 
+/// What is wrong: `what` ought to be `calculated`.
+inline QString wrong(const QString& what, double calculated, double printed)
+{
+    return what + QStringLiteral(" = ") + QString::number(calculated, 'g', 12) + QStringLiteral(", not ")
+           + QString::number(printed, 'g', 12);
+}
+
 /// The text without names, whose digits are no numbers.
 inline QString withoutNames(QString text, const ProjectState& project)
 {
@@ -49,10 +56,7 @@ inline QString wrongEquation(const std::vector<Pocket::Token>& tokens,
 {
     for (const Pocket::Equation& equation : all) {
         if (!agrees(equation.calculated, equation.printed, equation.unit))
-            return QStringLiteral("%1 = %2, not %3")
-                .arg(equation.left)
-                .arg(equation.calculated, 0, 'g', 12)
-                .arg(equation.printed, 0, 'g', 12);
+            return wrong(equation.left, equation.calculated, equation.printed);
     }
     for (std::size_t i = 6; i + 1 < tokens.size(); ++i) {
         if (!tokens[i].is(u'=') || !tokens[i - 1].is(QLatin1StringView("filas")))
@@ -65,7 +69,7 @@ inline QString wrongEquation(const std::vector<Pocket::Token>& tokens,
         for (; count > 0 && last != all.begin(); --count)
             sum += (--last)->printed;
         if (count > 0 || !agrees(sum, isNegative ? -printed.value : printed.value, printed.unit))
-            return QStringLiteral("a column gives %1, not %2").arg(sum, 0, 'g', 12).arg(printed.text);
+            return wrong(QStringLiteral("a column"), sum, printed.value);
     }
     return {};
 }
@@ -209,18 +213,14 @@ inline QString wrongCase(const std::vector<std::vector<Row>>& all, const Project
                 const double s2 = rows[k + 1].x - row.x;
                 moment = (-row.turn - s1 * rows[k - 1].moment - s2 * rows[k + 1].moment) / (2.0 * (s1 + s2));
                 if (!agrees(turnOf(entered, rows, k), row.turn, row.turnUnit))
-                    return QStringLiteral("K %1, not %2")
-                        .arg(turnOf(entered, rows, k), 0, 'g', 12)
-                        .arg(row.turn, 0, 'g', 12);
+                    return wrong(QStringLiteral("K"), turnOf(entered, rows, k), row.turn);
             }
             if (rows.size() > 1 && !agrees(moment, row.moment, row.momentUnit))
-                return QStringLiteral("M %1, not %2").arg(moment, 0, 'g', 12).arg(row.moment, 0, 'g', 12);
+                return wrong(QStringLiteral("M"), moment, row.moment);
             if (!agrees(leverOf(entered, rows, k), row.lever, row.leverUnit))
-                return QStringLiteral("G %1, not %2")
-                    .arg(leverOf(entered, rows, k), 0, 'g', 12)
-                    .arg(row.lever, 0, 'g', 12);
+                return wrong(QStringLiteral("G"), leverOf(entered, rows, k), row.lever);
             if (!agrees(reaction, row.reaction, row.reactionUnit))
-                return QStringLiteral("R %1, not %2").arg(reaction, 0, 'g', 12).arg(row.reaction, 0, 'g', 12);
+                return wrong(QStringLiteral("R"), reaction, row.reaction);
         }
     }
     return {};
@@ -270,7 +270,7 @@ inline QString wrongCandidate(const std::vector<Pocket::Token>& tokens, const Pr
             moment = -overhangMoment(entered, x, tokens[i + 1].is(QLatin1StringView("izquierdo")));
         }
         if (!agrees(moment, tokens[first + 1].value, tokens[first + 1].unit))
-            return QStringLiteral("M %1, not %2").arg(moment, 0, 'g', 12).arg(tokens[first + 1].text);
+            return wrong(QStringLiteral("M"), moment, tokens[first + 1].value);
         values.insert(values.end(), {x, moment});
     }
     return {};
@@ -366,10 +366,10 @@ inline QString fault(const QString& text, const ProjectState& project)
     const std::vector<Pocket::Equation> equations = Pocket::equations(tokens);
     const std::vector<std::vector<Row>> cases = casesOf(tokens);
     std::vector<double> candidates;
-    for (const QString& wrong : {wrongEquation(tokens, equations), wrongCase(cases, project),
+    for (const QString& found : {wrongEquation(tokens, equations), wrongCase(cases, project),
                                  wrongCandidate(tokens, project, candidates)}) {
-        if (!wrong.isEmpty())
-            return wrong;
+        if (!found.isEmpty())
+            return found;
     }
     Known known = knownOf(project);
     addPartialSums(project, known);
