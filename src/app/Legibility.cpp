@@ -11,6 +11,8 @@
 #include <QStyledItemDelegate>
 #include <QTreeView>
 
+#include "fields/AccentColour.h"
+
 using namespace Qt::StringLiterals;
 
 namespace
@@ -21,7 +23,7 @@ const QString MENU_STYLE =
     "font-weight: normal; }"
     "QMenu::item { background-color: transparent; color: white; padding: 5px 25px; }"
     "QMenu::item:disabled { color: #888; }"
-    "QMenu::item:selected { background-color: #00BFFF; color: black; }"
+    "QMenu::item:selected { background-color: " ACCENT_COLOUR "; color: black; }"
     "QMenu::item:selected:disabled { background-color: #333; color: #AAA; }"
     "QMenu::separator { background-color: #555; height: 1px; margin: 3px 6px; }"_s;
 

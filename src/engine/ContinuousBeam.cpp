@@ -32,8 +32,8 @@ void solveThreeMoments(const TrussBeam& beam, const std::vector<double>& settlem
     const std::size_t last = moments.size() - 1;
     std::vector<double> upper(last, 0.0); // Mⱼ = moments[j] − upper[j]·Mⱼ₊₁ on the way back
     for (std::size_t j = 1; j < last; ++j) {
-        const Panel& left = beam.panels[j];
-        const Panel& right = beam.panels[j + 1];
+        const BeamPanel& left = beam.panels[j];
+        const BeamPanel& right = beam.panels[j + 1];
         const double s1 = left.length;
         const double s2 = right.length;
         const double known = settlementTerm(settlements, j, s1, s2)
@@ -64,7 +64,7 @@ std::vector<double> reactionsOf(const TrussBeam& beam, const std::vector<double>
 
 } // namespace
 
-ContinuousBeam::EndForces ContinuousBeam::endForces(const Panel& span, double weightPerMetre,
+ContinuousBeam::EndForces ContinuousBeam::endForces(const BeamPanel& span, double weightPerMetre,
                                                     double leftMoment, double rightMoment)
 {
     const double s = span.length;
@@ -75,8 +75,8 @@ ContinuousBeam::EndForces ContinuousBeam::endForces(const Panel& span, double we
 
 ContinuousBeam::Solution ContinuousBeam::solve(const TrussBeam& beam, const std::vector<double>& settlements)
 {
-    const Panel& left = beam.panels.front();
-    const Panel& right = beam.panels.back();
+    const BeamPanel& left = beam.panels.front();
+    const BeamPanel& right = beam.panels.back();
     const double atFirst = overhangMoment(left.fromRight, left.length, beam.weightPerMetre);
     const double atLast = overhangMoment(right.fromLeft, right.length, beam.weightPerMetre);
 

@@ -37,6 +37,6 @@ struct EndForces
 };
 
 /// Of `span` under its own weight and loads, with the moments at its ends [kg·m].
-EndForces endForces(const Panel& span, double weightPerMetre, double leftMoment, double rightMoment);
+EndForces endForces(const BeamPanel& span, double weightPerMetre, double leftMoment, double rightMoment);
 
 } // namespace ContinuousBeam

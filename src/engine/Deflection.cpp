@@ -14,7 +14,7 @@ double bendSpan(const TrussBeam& beam, std::size_t from, std::size_t to, Section
 {
     Section section = start;
     for (std::size_t k = from + 1; k <= to; ++k) {
-        const Panel& panel = beam.panels[k];
+        const BeamPanel& panel = beam.panels[k];
         section = Deflection::advanced(section, panel.length, panel.fromRight, beam.weightPerMetre);
         sags[k] = section.sag;
     }
@@ -28,7 +28,7 @@ double bendSpan(const TrussBeam& beam, std::size_t from, std::size_t to, Section
 }
 
 /// The outermost support that carries, seen outwards: what hangs beyond pulls the moment back to 0.
-Section outermost(const TrussBeam& carried, const Panel& overhang, double moment, double slope)
+Section outermost(const TrussBeam& carried, const BeamPanel& overhang, double moment, double slope)
 {
     return {moment, weightOf(overhang, carried.weightPerMetre), slope, 0.0};
 }
@@ -36,7 +36,7 @@ Section outermost(const TrussBeam& carried, const Panel& overhang, double moment
 void bendRightOverhang(const TrussBeam& beam, std::size_t from, Section section, std::vector<double>& sags)
 {
     for (std::size_t k = from + 1; k < beam.supports.size(); ++k) {
-        const Panel& panel = beam.panels[k];
+        const BeamPanel& panel = beam.panels[k];
         section = Deflection::advanced(section, panel.length, panel.fromRight, beam.weightPerMetre);
         sags[k] = section.sag;
     }
@@ -47,7 +47,7 @@ Section bendLeftOverhang(const TrussBeam& beam, std::size_t from, Section sectio
 {
     for (std::size_t k = from + 1; k-- > 0;) {
         sags[k] = section.sag;
-        const Panel& panel = beam.panels[k];
+        const BeamPanel& panel = beam.panels[k];
         section = Deflection::advanced(section, panel.length, panel.fromLeft, beam.weightPerMetre);
     }
     return {0.0, 0.0, -section.slope, section.sag};

@@ -21,7 +21,7 @@ std::optional<double> LevellingSensitivity::stiffness(double limitCPL, double le
 std::vector<double> LevellingSensitivity::perMetreRaised(const TrussBeam& beam)
 {
     TrussBeam unloaded{0.0, 0.0, 0.0, beam.supports, {}};
-    for (const Panel& panel : beam.panels)
+    for (const BeamPanel& panel : beam.panels)
         unloaded.panels.push_back({panel.length, {}, {}});
 
     std::vector<double> result;

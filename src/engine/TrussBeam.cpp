@@ -69,13 +69,13 @@ std::size_t LoadRow::countUpTo(double position) const
                                     - loads.begin());
 }
 
-void Panel::add(double distance, double mass)
+void BeamPanel::add(double distance, double mass)
 {
     addPowers(fromLeft, distance, mass);
     addPowers(fromRight, length - distance, mass);
 }
 
-Panel joined(const Panel& left, const Panel& right)
+BeamPanel joined(const BeamPanel& left, const BeamPanel& right)
 {
     return {left.length + right.length, shifted(left.fromLeft, right.fromLeft, left.length),
             shifted(right.fromRight, left.fromRight, right.length)};
@@ -91,7 +91,7 @@ TrussBeam makeBeam(double length, double weightPerMetre, const std::vector<doubl
     for (std::size_t k = 0; k <= supports.size(); ++k) {
         const bool isLast = k == supports.size();
         const double end = isLast ? length : supports[k];
-        Panel panel{end - start, {}, {}};
+        BeamPanel panel{end - start, {}, {}};
         for (; load != row.loads.end() && (isLast || load->position <= end); ++load)
             panel.add(load->position - start, load->mass);
         beam.panels.push_back(panel);
@@ -116,7 +116,7 @@ TrussBeam carriedBy(const TrussBeam& beam, const std::vector<std::size_t>& carry
     return carried;
 }
 
-double weightOf(const Panel& panel, double weightPerMetre)
+double weightOf(const BeamPanel& panel, double weightPerMetre)
 {
     return panel.fromLeft[0] + weightPerMetre * panel.length;
 }

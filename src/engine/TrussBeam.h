@@ -42,7 +42,7 @@ public: // queries
 using PowerSums = std::array<double, 4>;
 
 /// A piece of the truss between two supports, or between an end and the next support.
-struct Panel
+struct BeamPanel
 {
     double length = 0.0;   ///< [m]
     PowerSums fromLeft{};  ///< d from the panel's left end
@@ -54,17 +54,17 @@ struct Panel
 
 /// The panel that two neighbours make when the support between them is taken away. By the binomial
 /// theorem Σ P·(s + d)ᵏ = Σⱼ C(k, j)·sᵏ⁻ʲ·Σ P·dʲ; all terms are positive, so nothing cancels.
-Panel joined(const Panel& left, const Panel& right);
+BeamPanel joined(const BeamPanel& left, const BeamPanel& right);
 
-/// A truss on supports, left to right, at least one. Panel 0 is the left overhang, panel k the span left of
-/// support k, the last one the right overhang: one panel more than supports.
+/// A truss on supports, left to right, at least one. BeamPanel 0 is the left overhang, panel k the span left
+/// of support k, the last one the right overhang: one panel more than supports.
 struct TrussBeam
 {
     double weightPerMetre = 0.0;  ///< [kg/m]
     double weight = 0.0;          ///< of the truss and all that hangs on it [kg]
     double centre = 0.0;          ///< centre of gravity of all that [m]
     std::vector<double> supports; ///< [m], each further right than the one before
-    std::vector<Panel> panels;
+    std::vector<BeamPanel> panels;
 };
 
 /// The truss of `length` [m] and `weightPerMetre` [kg/m] on `supports` [m], loaded with `row`. A truss
@@ -76,4 +76,4 @@ TrussBeam makeBeam(double length, double weightPerMetre, const std::vector<doubl
 TrussBeam carriedBy(const TrussBeam& beam, const std::vector<std::size_t>& carrying);
 
 /// What `panel` and all that hangs in it weigh [kg].
-double weightOf(const Panel& panel, double weightPerMetre);
+double weightOf(const BeamPanel& panel, double weightPerMetre);

@@ -7,7 +7,6 @@
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPointer>
-#include <QShortcut>
 #include <QTabBar>
 #include <QTimer>
 
@@ -22,8 +21,7 @@ void MainWindow::keepRecovery(const QString& folder)
     m_recovery.reset(
         new RecoveryDesk{store, {folder, QCoreApplication::applicationVersion()}, store.notice(), false});
     connect(blinkTimer, &QTimer::timeout, this, &MainWindow::lookForWork);
-    auto* key = new QShortcut(QKeySequence(Qt::Key_F9), this);
-    connect(key, &QShortcut::activated, this, [this] { recover(RecoveryChoice::Unclosed); });
+    onKey(Qt::Key_F9, [this] { recover(RecoveryChoice::Unclosed); });
 #ifndef QT_NO_SESSIONMANAGER
     connect(
         qGuiApp, &QGuiApplication::commitDataRequest, this,

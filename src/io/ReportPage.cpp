@@ -10,7 +10,6 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -109,9 +108,6 @@ ReportPage::ReportPage(QWidget* parent)
     m_area->horizontalScrollBar()->setStyleSheet(SCROLL_BAR_STYLE);
     buildCanvas();
     buildBottomBar(layout);
-
-    auto* leave = new QShortcut(QKeySequence(Qt::Key_Escape), this);
-    connect(leave, &QShortcut::activated, this, &ReportPage::backClicked);
 }
 
 TrussView* ReportPage::drawing() const

@@ -40,8 +40,9 @@ bool save(const QString& path, const QByteArray& bytes, const QString& copies = 
 /// own then; a link to one is none.
 bool makeOwnFolder(const QString& folder);
 
-/// Puts `bytes` at `path` for this user alone, in a folder that `makeOwnFolder` makes. Whoever reads the file, also after a crash, finds the old content or the new
-/// one; a link there is replaced itself. Returns true only when all of it is on the disk.
+/// Puts `bytes` at `path` for this user alone, in a folder that `makeOwnFolder` makes. Whoever reads the
+/// file, also after a crash, finds the old content or the new one; a link there is replaced itself. Returns
+/// true only when all of it is on the disk.
 bool saveForOwner(const QString& path, const QByteArray& bytes);
 
 /// Whether a regular file of this user is at `path`; a link to one is none.

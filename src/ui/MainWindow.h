@@ -8,6 +8,7 @@
 #include <QMainWindow>
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -194,6 +195,10 @@ private: // set-up (MainWindowSetup.cpp)
     void connectControls();
 
 private: // start (MainWindow.cpp)
+    /// Does `act` on `key` wherever the focus is in this window.
+    void onKey(Qt::Key key, const std::function<void()>& act);
+    /// Leaves the report page; on the design page, the selected load.
+    void leaveOrRelease();
     void startBlinking();
     /// Lets the canvas tell its project to screen readers, at most five times a second.
     void startDescribing();
@@ -204,6 +209,7 @@ private: // notices and second opinion (MainWindowNotices.cpp)
     /// Has the notices and the open dialog follow the project, some time after the last change.
     void scheduleNotices();
     void refreshNotices();
+    void restNotices();
     void noticeDraggedTabs();
     void noticeSavedFile(const QString& path);
     [[nodiscard]] QList<Notices::Field> noticedFields() const;

@@ -82,6 +82,7 @@ void MainWindow::setupUI()
 
     auto* undoKeys = new QShortcut(QKeySequence(u"Ctrl+Z"_s), this);
     connect(undoKeys, &QShortcut::activated, this, &MainWindow::undo);
+    onKey(Qt::Key_Escape, [this] { leaveOrRelease(); });
 
     buildDesignPage();
     buildReportPage();

@@ -135,10 +135,11 @@ const QString Styles::LEGAL_BROWSER =
 
 const QString Styles::CONTRAST_TABLE =
     u"QTableWidget { background-color: #2D2D2D; border: 1px solid #444; gridline-color: #444; }"
-    "QHeaderView::section { background-color: #333; color: #00BFFF; font-weight: bold; border: 1px solid "
+    "QHeaderView::section { background-color: #333; color: " ACCENT_COLOUR
+    "; font-weight: bold; border: 1px solid "
     "#444; padding: 4px; }QTableWidget::item:selected { background: #3A4A55; }"_s;
 
-const QString Styles::PLAIN_HEADING = u"color: #00BFFF; font-size: 14px; font-weight: bold;"_s;
+const QString Styles::PLAIN_HEADING = u"color: " ACCENT_COLOUR "; font-size: 14px; font-weight: bold;"_s;
 const QString Styles::PLAIN_TEXT = u"color: #E0E0E0; font-size: 12px;"_s;
 const QString Styles::CONTRADICTION = u"color: #FF5050; font-size: 12px; font-weight: bold;"_s;
 const QString Styles::SMALL_PRINT = u"color: #AAAAAA; font-size: 11px;"_s;

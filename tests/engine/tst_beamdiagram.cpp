@@ -86,6 +86,7 @@ private slots:
     void points_runFromEndToEnd();
     void points_jumpWhereSomethingHangs();
     void points_showTheSag();
+    void points_startAnewAtEachSupport();
     void points_showTheLargestMoment();
     void everyLayout_agreesWithItsCuts();
     void everyLayout_hasNoPointBeyondTheExtremes();
@@ -216,6 +217,24 @@ void BeamDiagramTest::points_showTheSag()
     QVERIFY(isNear(pointAt(points, 10.0).sag, 0.0));
     QVERIFY(isNear(points.front().sag, -2.0 * 90.0 * 64.0 / 16.0));
     QVERIFY(isNear(points.back().sag, -2.0 * 90.0 * 64.0 / 16.0));
+}
+
+// Rounding must not add up from support to support: the last of them is as exact as the first.
+void BeamDiagramTest::points_startAnewAtEachSupport()
+{
+    std::vector<double> supports;
+    std::vector<PointMass> loads;
+    for (int i = 0; i <= 40; ++i) {
+        supports.push_back(1.0 + 2.7 * i);
+        loads.push_back({2.0 + 2.6 * i, 310.0});
+    }
+    const std::vector<Point> points = pointsOf(112.0, 8.4, supports, loads);
+    for (const double support : supports) {
+        const auto behind = std::find_if(points.rbegin(), points.rend(), [support](const Point& point) {
+            return isNear(point.position, support);
+        });
+        QCOMPARE(behind->sag, 0.0);
+    }
 }
 
 void BeamDiagramTest::points_showTheLargestMoment()

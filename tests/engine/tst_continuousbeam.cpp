@@ -231,7 +231,7 @@ void ContinuousBeamTest::mergedPanels_areThePanelsOfTheWhole()
         QCOMPARE(carried.weightPerMetre, expected.weightPerMetre);
         const double scale = Shows::weightOf(layout) * std::pow(layout.length, 3);
         QVERIFY(std::equal(carried.panels.begin(), carried.panels.end(), expected.panels.begin(),
-                           expected.panels.end(), [scale](const Panel& a, const Panel& b) {
+                           expected.panels.end(), [scale](const BeamPanel& a, const BeamPanel& b) {
                                return isNear(a.length, b.length, 1e-12)
                                       && areNear(a.fromLeft, b.fromLeft, 1e-14 * scale)
                                       && areNear(a.fromRight, b.fromRight, 1e-14 * scale);

@@ -351,6 +351,10 @@ void SecondOpinionTextTest::contradictions_areTheUnsafeSentencesAlone()
     layout.motors[1].lever = 660.0; // (660 + 50)·1.25 = 887.5 passes
     QCOMPARE(SecondOpinionText::contradictions(SecondOpinion::of(layout)),
              QStringList(u"Bien nivelado, B lleva 675.0 kg (palanca: 660.0): EXCESO DINÁMICO."_s));
+    // Whom today's figures do not pass either is not named.
+    layout.motors[0].capacity = 20.0;
+    layout.motors[0].lever = 30.0;
+    QCOMPARE(SecondOpinionText::contradictions(SecondOpinion::of(layout)).size(), 1);
     layout.motors[1].lever = 700.0;
     QCOMPARE(SecondOpinionText::contradictions(SecondOpinion::of(layout)), QStringList());
     QCOMPARE(SecondOpinionText::contradictions(SecondOpinion::of(Shows::show(12.0, 8.4, {}, {}))),

@@ -185,6 +185,8 @@ void TestPipes::pipe_isReadNoFurtherThanWanted()
     QVERIFY(pipe.write("0123456789"));
     const std::optional<QByteArray> bytes = SafeFile::readOnce(pipe.path(), 4, IMPATIENT);
     QCOMPARE(bytes.value_or(QByteArray("unreadable")), QByteArray("0123"));
+    const std::optional<QByteArray> rest = SafeFile::readOnce(pipe.path(), 6, IMPATIENT);
+    QCOMPARE(rest.value_or(QByteArray("unreadable")), QByteArray("456789"));
 }
 
 void TestPipes::emptyPipe_isNoProject()

@@ -1,6 +1,5 @@
 #include "support/Window.h"
 
-
 #include <optional>
 
 using namespace Qt::StringLiterals;

@@ -1,6 +1,5 @@
 #include "support/Window.h"
 
-
 #include <algorithm>
 #include <optional>
 #include <set>
