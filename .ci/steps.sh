@@ -7,6 +7,7 @@ export CI=true
 
 summary=()
 failed=()
+told=()
 
 # step NAME MINUTES COMMAND …: runs the command and notes how it ended. After so many minutes, several
 # times what it takes on two quiet processors, it is ended and has failed.
@@ -29,7 +30,22 @@ step()
         "${dots:${#name}}" "$result" $((SECONDS - start)))")
 }
 
-# Names all steps, and ends with 0 if all passed.
+# survey NAME MINUTES COMMAND …: as step, but what it finds is told and keeps no change out. After
+# three quarters of an hour there is no time left for it.
+survey()
+{
+    local -a before=("${failed[@]}")
+    if [[ $SECONDS -gt 2700 ]]; then
+        printf '\n===== %s: left out, no time\n' "$1"
+        told+=("$1: left out")
+        return
+    fi
+    step "$@"
+    [[ ${#failed[@]} -eq ${#before[@]} ]] || told+=("$1")
+    failed=("${before[@]}")
+}
+
+# Names all steps, and ends with 0 if all passed that decide.
 summarise()
 {
     local total=${#summary[@]} bad=${#failed[@]}
@@ -38,6 +54,7 @@ summarise()
     printf '\n%d%% tests passed, %d tests failed out of %d\n' \
         $((100 * (total - bad) / total)) "$bad" "$total"
     printf '\nTotal time = %d sec\n' "$SECONDS"
+    [[ ${#told[@]} -eq 0 ]] || printf 'To be mended, though it does not decide: %s\n' "${told[@]}"
     [[ $bad -ne 0 ]] || return 0
     printf 'Failed: %s\n' "${failed[@]}"
     return 1

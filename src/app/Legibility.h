@@ -13,6 +13,7 @@ class Legibility : public QObject
     Q_OBJECT
 
 public: // construction
+    /// Owned by `parent`.
     explicit Legibility(QObject* parent);
     /// Watches over `application`, once.
     static void install(QApplication& application);

@@ -14,6 +14,14 @@
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+
+/// The id of what the notice line says of recovery.
+const QString NOTICE = u"recovery"_s;
+
+} // namespace
+
 void MainWindow::keepRecovery(const QString& folder)
 {
     const RecoveryStore store(folder);
@@ -22,6 +30,11 @@ void MainWindow::keepRecovery(const QString& folder)
         new RecoveryDesk{store, {folder, QCoreApplication::applicationVersion()}, store.notice(), false});
     connect(blinkTimer, &QTimer::timeout, this, &MainWindow::lookForWork);
     onKey(Qt::Key_F9, [this] { recover(RecoveryChoice::Unclosed); });
+    connect(this, &MainWindow::noticePicked, this, [this](const QString& id) {
+        if (id == NOTICE)
+            recover(RecoveryChoice::Unclosed);
+    });
+    tellRecovery();
 #ifndef QT_NO_SESSIONMANAGER
     connect(
         qGuiApp, &QGuiApplication::commitDataRequest, this,
@@ -38,6 +51,19 @@ void MainWindow::lookForWork()
 {
     if (!isRestoring)
         m_recovery->keeper.look(openProjects(), currentProjectIndex);
+    tellRecovery();
+}
+
+void MainWindow::tellRecovery()
+{
+    const std::optional<QString> text = recoveryNotice();
+    if (text == m_recovery->told)
+        return;
+    m_recovery->told = text;
+    if (text)
+        keepNotice({Notice::Kind::Recovery, NOTICE, *text});
+    else
+        dropNotice(NOTICE);
 }
 
 QList<LoadLogic::ProjectState> MainWindow::openProjects() const
@@ -103,6 +129,7 @@ void MainWindow::recover(RecoveryChoice choice)
         RecoveryList::of(m_recovery->keeper.kept(), m_recovery->store.left(), choice);
     m_recovery->store.markSeen();
     m_recovery->notice.reset();
+    tellRecovery();
     if (entries.isEmpty()) {
         say(QMessageBox::Information, u"Recuperar trabajo"_s, u"No hay nada que recuperar."_s);
         return;

@@ -10,4 +10,5 @@ struct RecoveryDesk
     RecoveryKeeper keeper;
     std::optional<QString> notice;     ///< about work of earlier sessions, until it was shown
     bool isDesktopSessionOver = false; ///< the window goes because the user logs out
+    std::optional<QString> told{};     ///< what the notice line says
 };

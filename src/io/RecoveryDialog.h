@@ -13,6 +13,7 @@ class RecoveryDialog : public QDialog
     Q_OBJECT
 
 public: // construction
+    /// Offers `entries`, none of them chosen yet.
     RecoveryDialog(const QList<RecoveryEntry>& entries, QWidget* parent);
 
 public: // queries

@@ -67,6 +67,7 @@ QByteArray textOf(const KeptProject& kept);
 /// The document of `session`, whose lists do not count: `tabs` and `kept` are the texts of what is in them.
 QByteArray join(const RecoverySession& session, const QByteArrayList& tabs, const QByteArrayList& kept);
 
+/// The document of `session`, lists included.
 QByteArray toBytes(const RecoverySession& session);
 
 /// The session in `bytes`. A member that is missing or of the wrong type counts as its default, as it

@@ -34,6 +34,7 @@ struct Count
     qsizetype loads = 0;
     qsizetype screens = 0;
 };
+/// What `loads` are, an array counting as one screen.
 Count count(const QList<ActiveLoad>& loads);
 
 } // namespace RecoveryList

@@ -11,6 +11,7 @@
 namespace RecoveryProject
 {
 
+/// `project` as a member of a document.
 QJsonObject toJson(const ProjectState& project);
 
 /// A member that is missing or of the wrong type counts as its default, as it does in a project file.

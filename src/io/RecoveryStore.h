@@ -20,6 +20,7 @@ public: // nested types
     };
 
 public: // construction
+    /// Of what lies in `folder`, which need not be there yet.
     explicit RecoveryStore(QString folder = RecoveryFolder::path());
 
 public: // queries

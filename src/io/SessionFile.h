@@ -29,6 +29,7 @@ public: // construction
     static QList<SessionFile> allIn(const QString& folder);
 
 public: // queries
+    /// Where it is, and how its session ended.
     [[nodiscard]] QString path() const;
     [[nodiscard]] State state() const
     {
@@ -48,6 +49,7 @@ public: // commands, for the run that it belongs to
     void leave();
 
 public: // commands, for a file that is not in use
+    /// Renames it to its new state, or takes it away.
     bool become(State state);
     void remove();
 

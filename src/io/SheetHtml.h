@@ -23,6 +23,7 @@ QString name(const QString& text);
 /// A heading of `level` 1 (the project), 2 (a section) or 3 (a part of it).
 QString heading(int level, const QString& html);
 
+/// A paragraph of `html`.
 QString paragraph(const QString& html);
 
 /// A paragraph in small type.

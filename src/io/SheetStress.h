@@ -30,6 +30,7 @@ struct Candidate
     double moment = 0.0;    ///< [kg·m]
     double reference = 0.0; ///< [kg·m]
 
+    /// The moment against the reference [%].
     [[nodiscard]] double percent() const;
 };
 

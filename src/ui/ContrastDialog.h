@@ -40,6 +40,7 @@ public: // commands
     void copyTable() const;
 
 signals:
+    /// Another table deflection was typed, or none.
     void tableDeflectionChanged();
     /// The calculation sheet is wanted; its button is there where someone listens.
     void sheetRequested();

@@ -13,6 +13,7 @@ class ContrastPicture : public QWidget
     Q_OBJECT
 
 public: // construction
+    /// Called `name` by screen readers.
     explicit ContrastPicture(const QString& name);
 
 public: // queries

@@ -11,6 +11,7 @@ class CutTexts : public QObject
     Q_OBJECT
 
 public: // construction
+    /// Owned by `parent`.
     explicit CutTexts(QObject* parent);
     /// Watches over the application, once for each application object.
     static void install();

@@ -14,6 +14,7 @@ class FieldPaste : public QObject
     Q_OBJECT
 
 public: // construction
+    /// Owned by `parent`.
     explicit FieldPaste(QObject* parent);
     /// Watches over the application, once for each application object.
     static void install();

@@ -10,6 +10,7 @@ class FieldPointer : public QObject
     Q_OBJECT
 
 public: // construction
+    /// Owned by `parent`.
     explicit FieldPointer(QObject* parent);
     /// Watches over the application, once for each application object.
     static void install();

@@ -229,6 +229,8 @@ private: // tabs (MainWindowTabs.cpp)
 
 private: // recovery (io/MainWindowRecovery.cpp)
     void lookForWork();
+    /// Has the notice line say what there is to say of recovery.
+    void tellRecovery();
     /// Keeps the current project, before the user starts over.
     void keepResetProject();
     /// Keeps the current project, before another one takes its place.

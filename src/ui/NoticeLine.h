@@ -20,6 +20,7 @@ public: // construction
     explicit NoticeLine(QWidget* canvas);
 
 public: // queries
+    /// All of them, the most urgent first.
     [[nodiscard]] const QList<Notice>& notices() const;
     /// The one that is shown; there must be one.
     [[nodiscard]] const Notice& shown() const;

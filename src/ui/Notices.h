@@ -38,9 +38,11 @@ struct Notice
     QString id;   ///< tells it from all others, also while its text changes
     QString text; ///< one Spanish sentence, plain text, without line breaks
 
+    /// How much it matters, by its kind.
     [[nodiscard]] Urgency urgency() const;
 };
 
+/// The same in every member.
 bool operator==(const Notice& a, const Notice& b);
 
 /// What the window has to say, of facts that it is given.

@@ -9,6 +9,7 @@
 #include "support/Window.h"
 #ifdef Q_OS_UNIX
 #include "support/FullDisk.h"
+#include "ui/NoticeLine.h"
 #endif
 
 #include <QDialogButtonBox>
@@ -16,6 +17,7 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -345,6 +347,15 @@ void TestWindowRecovery::aCrash_isToldUntilTheListWasSeen()
     QVERIFY(m_bench->window.recoveryNotice()->startsWith(u"Hay trabajo sin cerrar de "_s));
     QVERIFY(m_bench->window.recoveryNotice()->endsWith(u": recuperar (F9)"_s));
     QCOMPARE(m_bench->tabBar()->count(), 1);
+    const auto* line = m_bench->window.findChild<NoticeLine*>();
+    QVERIFY(line != nullptr);
+    const auto tells = [line](const QString& text) {
+        const QList<Notice>& notices = line->notices();
+        return std::any_of(notices.cbegin(), notices.cend(),
+                           [&text](const Notice& notice) { return notice.text == text; });
+    };
+    const QString notice = m_bench->window.recoveryNotice().value();
+    QTRY_VERIFY(tells(notice));
     start(); // not answered: nothing is lost
     QVERIFY(m_bench->window.recoveryNotice());
 
