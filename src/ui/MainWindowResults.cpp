@@ -19,7 +19,10 @@ constexpr int HYPERSTATIC_MOTOR_COUNT = 3;
 
 void MainWindow::updateCalculations()
 {
-    const std::optional<MotorIdentity> motor = selectedMotor();
+    const std::optional<MotorIdentity> motor =
+        isMotor(selectedMotorIndex)
+            ? std::optional(MotorIdentity::beforeSorting(LoadLogic::MotorList, selectedMotorIndex))
+            : std::nullopt;
     LoadLogic::CalcularReacciones();
     if (const int index = motor ? motor->indexIn(LoadLogic::MotorList) : -1; index >= 0)
         selectedMotorIndex = index;

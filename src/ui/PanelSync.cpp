@@ -97,6 +97,11 @@ int PanelSync::followMotor(const QList<Motor>& motors, int selected)
 
 void PanelSync::refresh(const Motor* motor, const ActiveLoad* load)
 {
+    // Where an undo takes the motor away whose panel had taken the place of the load's, that comes back.
+    if (motor == nullptr && load != nullptr && !m_motorPanel.isHidden()) {
+        showLoad(*load);
+        return;
+    }
     if (motor == nullptr)
         m_motorPanel.hide();
     else if (!m_motorPanel.isHidden())

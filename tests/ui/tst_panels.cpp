@@ -49,6 +49,9 @@ private slots:
     void afterUndo_panelOfAGoneMotor_hides();
     void afterUndo_panelShowsTheRestoredLoad();
     void afterUndo_panelOfAGoneLoad_hides();
+    void afterUndoOfAMotorDrag_panelShowsTheSelectedLoad();
+    void afterUndoOfAMotorDrag_panelOfNothingSelected_stays();
+    void repeatedIds_panelFollowsTheDraggedMotor();
     void afterTabSwitch_panelShowsTheOtherTabsMotor();
     void afterTabSwitch_loadPanelHides();
     void afterOpening_panelsFollow();
@@ -78,6 +81,9 @@ private:
         QCoreApplication::sendEvent(m_bench->canvas(), &event);
     }
 
+    /// Presses the motor at `index` of the list and lets go of it at `x` [m].
+    void dragMotor(int index, float x);
+
     std::optional<Support::Bench> m_bench;
 };
 
@@ -88,6 +94,13 @@ void TestPanels::init()
     LoadLogic::MotorList[0].modelName = u"Izquierdo"_s;
     LoadLogic::MotorList[1].modelName = u"Derecho"_s;
     LoadLogic::MotorList[1].capacity = 2000.0F;
+}
+
+void TestPanels::dragMotor(int index, float x)
+{
+    QTest::mousePress(m_bench->canvas(), Qt::LeftButton, {}, pointAt(motorAt(index).positionX));
+    QTest::mouseMove(m_bench->canvas(), pointAt(x));
+    QTest::mouseRelease(m_bench->canvas(), Qt::LeftButton, {}, pointAt(x));
 }
 
 void TestPanels::motorPanel_showsTheMotor()
@@ -285,6 +298,55 @@ void TestPanels::afterUndo_panelOfAGoneLoad_hides()
     m_bench->window.undo();
     QVERIFY(m_bench->loadPanel()->isHidden());
     QCOMPARE(m_bench->window.selectedLoadId, -1);
+}
+
+// The undone drag took the panel from the load; "Carga (kg):" edits the load again, so that its own panel
+// must be seen.
+void TestPanels::afterUndoOfAMotorDrag_panelShowsTheSelectedLoad()
+{
+    const int id = m_bench->hangLoad(100.0F, 3.0F);
+    m_bench->window.showLoadProperties(id);
+    dragMotor(0, 2.0F);
+    QVERIFY(m_bench->loadPanel()->isHidden());
+    QVERIFY(!m_bench->motorPanel()->isHidden());
+
+    m_bench->window.undo();
+    QCOMPARE(m_bench->window.selectedLoadId, id);
+    QVERIFY(m_bench->motorPanel()->isHidden());
+    QVERIFY(!m_bench->loadPanel()->isHidden());
+    QCOMPARE(m_bench->text("loadMass"), u"100.0"_s);
+    m_bench->setText("newLoadMass", u"70"_s);
+    QCOMPARE(m_bench->text("loadMass"), u"70.0"_s);
+    m_bench->setText("loadMass", u"80"_s);
+    QCOMPARE(LoadLogic::FindLoad(id)->mass, 80.0F);
+}
+
+void TestPanels::afterUndoOfAMotorDrag_panelOfNothingSelected_stays()
+{
+    m_bench->hangLoad(100.0F, 3.0F);
+    dragMotor(0, 2.0F);
+    m_bench->window.undo();
+    QCOMPARE(m_bench->window.selectedLoadId, -1);
+    QVERIFY(!m_bench->motorPanel()->isHidden());
+    QVERIFY(m_bench->loadPanel()->isHidden());
+}
+
+// As from a file in which every motor has the id 0; the dragged one alone weighs 77 kg.
+void TestPanels::repeatedIds_panelFollowsTheDraggedMotor()
+{
+    for (const float x : {3.0F, 6.0F})
+        LoadLogic::AddMotor(x);
+    for (LoadLogic::Motor& motor : LoadLogic::MotorList)
+        motor.id = 0;
+    LoadLogic::MotorList[3].selfWeight = 77.0F;
+    dragMotor(3, 3.0F); // past the one at 6 m, onto the one at 3 m
+    QCOMPARE(motorAt(m_bench->window.selectedMotorIndex).selfWeight, 77.0F);
+    QCOMPARE(m_bench->text("motorSelfWeight"), u"77.0"_s);
+    m_bench->setText("motorName", u"Derecho"_s);
+    for (const LoadLogic::Motor& motor : std::as_const(LoadLogic::MotorList)) {
+        if (motor.selfWeight == 77.0F)
+            QCOMPARE(motor.modelName, u"Derecho"_s);
+    }
 }
 
 void TestPanels::afterTabSwitch_panelShowsTheOtherTabsMotor()
