@@ -34,9 +34,9 @@ QString reasonOf(ProjectFile::Failure failure)
                                                        : u"Formato de archivo inválido."_s;
 }
 
-void complain(const QString& name, const QString& reason)
+void printReason(const QString& name, const QString& reason)
 {
-    Console::complain(u"velmora-master: "_s + Console::harmless(name) + u": "_s + reason);
+    Console::printError(u"velmora-master: "_s + Console::printable(name) + u": "_s + reason);
 }
 
 CheckedProject checked(const NamedProject& named, const CommandLine& options)
@@ -121,12 +121,12 @@ QString summaryOf(const Input& input, const QList<CheckedProject>& projects, con
 
 /// A table has no place for sentences: where it is to say nothing of what contradicts its figures, they
 /// go to standard error.
-void complainOfContradictions(const QList<CheckedProject>& projects)
+void printContradictions(const QList<CheckedProject>& projects)
 {
     for (const CheckedProject& project : projects) {
         const QStringList lines = warnings(project).split(u'\n', Qt::SkipEmptyParts);
         for (const QString& line : lines)
-            complain(project.name, line.trimmed());
+            printReason(project.name, line.trimmed());
     }
 }
 
@@ -141,13 +141,13 @@ ConsolidatedReport::Request requestOf(const Input& input, const QString& folder)
     return request;
 }
 
-/// Complains about what could not be written; returns whether there was anything.
+/// Prints what could not be written; returns whether there was anything.
 bool hasFailed(const ConsolidatedReport::Outcome& outcome)
 {
     for (const QString& path : outcome.missingDrawings)
-        complain(path, u"No se pudo guardar el dibujo."_s);
+        printReason(path, u"No se pudo guardar el dibujo."_s);
     if (outcome.status == ConsolidatedReport::Status::NotWritten)
-        complain(outcome.path, u"No se pudo crear el archivo del informe."_s);
+        printReason(outcome.path, u"No se pudo crear el archivo del informe."_s);
     return !outcome.missingDrawings.isEmpty() || outcome.status != ConsolidatedReport::Status::Written;
 }
 
@@ -165,27 +165,28 @@ QString spoiledIn(const QString& folder, qsizetype count)
     return names.isEmpty() ? QString() : names.constFirst();
 }
 
-/// Complains where the folder that was asked for holds an older report; returns whether it does.
+/// Says so where the folder that was asked for holds an older report; returns whether it does.
 bool wouldSpoil(const CommandLine& options, qsizetype count)
 {
     if (options.reportFolder.isEmpty() || options.overwrite)
         return false;
     const QString spoiled = spoiledIn(options.reportFolder, count);
     if (!spoiled.isEmpty()) {
-        complain(options.reportFolder, u"Ya hay un informe ("_s + spoiled
-                                           + u"), que enseñaría los dibujos de este; con --sobrescribir se "
-                                             "escribe igualmente."_s);
+        printReason(options.reportFolder,
+                    u"Ya hay un informe ("_s + spoiled
+                        + u"), que enseñaría los dibujos de este; con --sobrescribir se "
+                          "escribe igualmente."_s);
     }
     return !spoiled.isEmpty();
 }
 
-/// What the last session had open; complains about what cannot be read.
+/// What the last session had open; prints what cannot be read.
 Batch::Input readRecovered()
 {
     const QList<RecoveryStore::Left> left = RecoveryStore().left();
     for (const RecoveryStore::Left& one : left) {
         if (one.failure != RecoveryFile::Failure::None)
-            complain(one.path, RecoveryStore::reason(one.failure));
+            printReason(one.path, RecoveryStore::reason(one.failure));
     }
     Batch::Input input;
     const QList<ProjectState> projects = RecoveryStore::lastProjects(left);
@@ -193,7 +194,7 @@ Batch::Input readRecovered()
         input.projects.append({project.tabName, project});
     if (projects.isEmpty()) {
         input.badFiles.append({RecoveryFolder::path(), u"No hay nada que recuperar."_s});
-        complain(RecoveryFolder::path(), input.badFiles.constLast().reason);
+        printReason(RecoveryFolder::path(), input.badFiles.constLast().reason);
     }
     return input;
 }
@@ -212,7 +213,7 @@ Batch::Input Batch::read(const CommandLine& options)
             continue;
         }
         input.badFiles.append({name, reasonOf(content.failure)});
-        complain(name, input.badFiles.constLast().reason);
+        printReason(name, input.badFiles.constLast().reason);
     }
     return input;
 }
@@ -230,7 +231,7 @@ QString Batch::verdictLines(const QList<CheckedProject>& projects)
     QString lines;
     for (const CheckedProject& project : projects) {
         const Figures& figures = project.figures;
-        lines += Console::harmless(project.name) + u": "_s + figures.resultWord() + u": "_s
+        lines += Console::printable(project.name) + u": "_s + figures.resultWord() + u": "_s
                  + figures.resultReason();
         if (!figures.isCalculable())
             lines += u" Aviso: hay motores cuya carga no se puede calcular."_s;
@@ -251,7 +252,7 @@ int Batch::summarize(const CommandLine& options, const Input& input)
     const QList<CheckedProject> projects = check(input, options);
     const bool printed = Console::print(summaryOf(input, projects, options));
     if (options.asCsv && !options.contrast)
-        complainOfContradictions(projects);
+        printContradictions(projects);
     return exitCode(projects, !printed || !input.badFiles.isEmpty());
 }
 

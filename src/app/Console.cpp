@@ -70,12 +70,12 @@ bool Console::print(const QString& text)
     return write(stdout, text);
 }
 
-void Console::complain(const QString& text)
+void Console::printError(const QString& text)
 {
     write(stderr, text + u'\n');
 }
 
-QString Console::harmless(const QString& text)
+QString Console::printable(const QString& text)
 {
     QString result = text;
     std::replace_if(result.begin(), result.end(), isHarmful, QChar(QChar::ReplacementCharacter));
@@ -85,7 +85,7 @@ QString Console::harmless(const QString& text)
 QString Console::shortened(const QString& name)
 {
     constexpr qsizetype LONGEST = 40;
-    const QString start = harmless(name.left(LONGEST + 1));
+    const QString start = printable(name.left(LONGEST + 1));
     return start.size() <= LONGEST ? start : start.left(LONGEST - 1) + u'…';
 }
 

@@ -10,13 +10,13 @@ namespace Console
 bool print(const QString& text);
 
 /// Writes `text` and a line feed to standard error.
-void complain(const QString& text);
+void printError(const QString& text);
 
 /// `text` with control characters and line breaks made visible, so that a name from a file can
 /// neither break a table nor command the terminal.
-QString harmless(const QString& text);
+QString printable(const QString& text);
 
-/// A harmless `name` of at most 40 characters: a longer one would push the figures off the terminal.
+/// A printable `name` of at most 40 characters: a longer one would push the figures off the terminal.
 QString shortened(const QString& name);
 
 /// Columns that `text` takes on a terminal: 2 for wide letters and emoji, 0 for combining marks.

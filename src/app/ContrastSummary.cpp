@@ -122,10 +122,10 @@ QString ContrastSummary::warnings(const Opinion& opinion)
 
 QString ContrastSummary::text(const Opinion& opinion)
 {
-    const Opinion harmless = withShortNames(opinion);
-    QString text = INDENT + SecondOpinionText::title() + u'\n' + motorTable(harmless);
-    text += paragraph(SecondOpinionText::truss(harmless));
-    const QStringList sentences = SecondOpinionText::sentences(harmless);
+    const Opinion shortened = withShortNames(opinion);
+    QString text = INDENT + SecondOpinionText::title() + u'\n' + motorTable(shortened);
+    text += paragraph(SecondOpinionText::truss(shortened));
+    const QStringList sentences = SecondOpinionText::sentences(shortened);
     for (const QString& sentence : sentences)
         text += DEEP_INDENT + sentence + u'\n';
     return text + paragraph(SecondOpinionText::limits());

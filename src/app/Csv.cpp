@@ -64,7 +64,7 @@ QString Csv::number(double value)
 
 QString Csv::words(const QString& words)
 {
-    const QString harmless = Console::harmless(words);
-    const bool isFormula = !harmless.isEmpty() && u"=+-@"_s.contains(harmless.front());
-    return isFormula ? u'\'' + harmless : harmless;
+    const QString printable = Console::printable(words);
+    const bool isFormula = !printable.isEmpty() && u"=+-@"_s.contains(printable.front());
+    return isFormula ? u'\'' + printable : printable;
 }

@@ -31,24 +31,25 @@ CalculationSheet::Request requestOf(const CommandLine& options, const Batch::Inp
     CalculationSheet::Request request;
     for (const Batch::NamedProject& named : input.projects)
         request.items.append({named.project, bytesOf(named)});
-    request.folder =
+    const QString folder =
         options.reportFolder.isEmpty() ? QDir::tempPath() : QDir(options.reportFolder).absolutePath();
-    request.name = QFileInfo(input.projects.constFirst().name).completeBaseName();
+    const QString name = QFileInfo(input.projects.constFirst().name).completeBaseName();
+    request.path = folder + u'/' + CalculationSheet::fileName(name);
     request.version = CommandLine::versionNumber();
     request.date = QDateTime::currentDateTime();
     request.overwrite = options.overwrite;
     return request;
 }
 
-/// Complains about what could not be written; returns whether it could.
-bool isWritten(const CalculationSheet::Outcome& outcome)
+/// Prints what could not be written; returns whether it could.
+bool isWritten(Status status, const QString& path)
 {
-    if (outcome.status == Status::Written)
+    if (status == Status::Written)
         return true;
-    Console::complain(u"velmora-master: "_s + Console::harmless(outcome.path) + u": "_s
-                      + (outcome.status == Status::Exists
-                             ? u"Ya existe y no se toca; con --sobrescribir se reemplaza."_s
-                             : u"No se pudo crear el archivo de la memoria."_s));
+    Console::printError(u"velmora-master: "_s + Console::printable(path) + u": "_s
+                        + (status == Status::Exists
+                               ? u"Ya existe y no se toca; con --sobrescribir se reemplaza."_s
+                               : u"No se pudo crear el archivo de la memoria."_s));
     return false;
 }
 
@@ -58,10 +59,10 @@ int SheetBatch::write(const CommandLine& options, const Batch::Input& input)
 {
     if (input.projects.isEmpty())
         return Batch::FAILED;
-    const CalculationSheet::Outcome outcome = CalculationSheet::write(requestOf(options, input));
-    const bool written = isWritten(outcome);
+    const CalculationSheet::Request request = requestOf(options, input);
+    const bool written = isWritten(CalculationSheet::write(request), request.path);
     const QList<CheckedProject> projects = Batch::check(input, options);
     const bool printed =
-        Console::print((written ? outcome.path + u'\n' : QString()) + Batch::verdictLines(projects));
+        Console::print((written ? request.path + u'\n' : QString()) + Batch::verdictLines(projects));
     return Batch::exitCode(projects, !written || !printed || !input.badFiles.isEmpty());
 }

@@ -103,7 +103,7 @@ QJsonObject loadObject(const Figures::LoadFigures& load)
 
 QString Summary::text(const QString& name, const Figures& project)
 {
-    return Console::harmless(name) + u": "_s + Console::harmless(project.title) + u'\n' + truss(project)
+    return Console::printable(name) + u": "_s + Console::printable(project.title) + u'\n' + truss(project)
            + motors(project) + conclusion(project);
 }
 

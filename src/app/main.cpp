@@ -45,8 +45,8 @@ bool hasDisplay()
 
 int refuse(const QString& reason)
 {
-    Console::complain(u"velmora-master: "_s + Console::harmless(reason));
-    Console::complain(CommandLine::usage());
+    Console::printError(u"velmora-master: "_s + Console::printable(reason));
+    Console::printError(CommandLine::usage());
     return Batch::FAILED;
 }
 
@@ -92,13 +92,13 @@ int runBatch(const CommandLine& options, int& argc, char* argv[])
 int runWithoutDisplay(CommandLine options, int& argc, char* argv[])
 {
     if (options.files.isEmpty() && !options.recover) {
-        Console::complain(
+        Console::printError(
             u"velmora-master: No hay pantalla (DISPLAY, WAYLAND_DISPLAY) donde abrir la ventana; "
             "--help dice qué se puede hacer sin ella."_s);
         return Batch::FAILED;
     }
-    Console::complain(u"velmora-master: No hay pantalla (DISPLAY, WAYLAND_DISPLAY) donde abrir la ventana; "
-                      "se escriben las cifras y el informe."_s);
+    Console::printError(u"velmora-master: No hay pantalla (DISPLAY, WAYLAND_DISPLAY) donde abrir la ventana; "
+                        "se escriben las cifras y el informe."_s);
     options.summary = true;
     options.report = true;
     return runBatch(options, argc, argv);

@@ -22,11 +22,13 @@ QString digestOf(const CalculationSheet::Item& item)
     return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
 }
 
-QByteArray pdfOf(const CalculationSheet::Request& request)
+/// The PDF of the texts that `textOf` makes of the projects.
+template <class TextOf>
+QByteArray pdfOf(const CalculationSheet::Request& request, TextOf textOf)
 {
     QList<SheetLayout::Part> parts;
     for (const CalculationSheet::Item& item : request.items)
-        parts.append({SheetText::of(item.project), digestOf(item)});
+        parts.append({textOf(item.project), digestOf(item)});
     return SheetLayout::pdf(parts, request.version, request.date);
 }
 
@@ -51,6 +53,20 @@ CalculationSheet::Status create(const QString& path, const QByteArray& bytes)
     return CalculationSheet::Status::NotWritten;
 }
 
+template <class TextOf>
+CalculationSheet::Status writePdf(const CalculationSheet::Request& request, TextOf textOf)
+{
+    using CalculationSheet::Status;
+    if (!request.overwrite && isThere(request.path))
+        return Status::Exists;
+    const QByteArray bytes = pdfOf(request, textOf);
+    if (bytes.isEmpty())
+        return Status::NotWritten;
+    if (!request.overwrite)
+        return create(request.path, bytes);
+    return SafeFile::save(request.path, bytes) ? Status::Written : Status::NotWritten;
+}
+
 } // namespace
 
 QString CalculationSheet::fileName(const QString& name)
@@ -63,20 +79,15 @@ QString CalculationSheet::fileName(const QString& name)
     return u"memoria_"_s + (safe.isEmpty() ? u"proyecto"_s : safe) + u".pdf"_s;
 }
 
-CalculationSheet::Outcome CalculationSheet::write(const Request& request)
+CalculationSheet::Status CalculationSheet::write(const Request& request)
 {
-    Outcome outcome;
-    outcome.path = request.folder + u'/' + fileName(request.name);
-    if (!request.overwrite && isThere(outcome.path)) {
-        outcome.status = Status::Exists;
-        return outcome;
-    }
-    const QByteArray bytes = pdfOf(request);
-    if (bytes.isEmpty())
-        outcome.status = Status::NotWritten;
-    else if (!request.overwrite)
-        outcome.status = create(outcome.path, bytes);
-    else if (!SafeFile::save(outcome.path, bytes))
-        outcome.status = Status::NotWritten;
-    return outcome;
+    return writePdf(request, SheetText::of);
+}
+
+CalculationSheet::Status CalculationSheet::writeContrast(const Request& request,
+                                                         std::optional<double> tableDeflection)
+{
+    return writePdf(request, [tableDeflection](const ProjectState& project) {
+        return SheetText::contrastOf(project, tableDeflection);
+    });
 }

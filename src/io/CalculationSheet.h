@@ -7,6 +7,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 /// The calculation sheet: one PDF in which who checks the projects finds every figure with its derivation.
 namespace CalculationSheet
 {
@@ -20,9 +22,8 @@ struct Item
 
 struct Request
 {
-    QList<Item> items; ///< one at least
-    QString folder;
-    QString name;           ///< what the sheet is called after, see `fileName`
+    QList<Item> items;      ///< one at least
+    QString path;           ///< of the PDF
     QString version;        ///< of the program
     QDateTime date;         ///< on each page
     bool overwrite = false; ///< the user agreed to replace an existing file
@@ -31,20 +32,18 @@ struct Request
 enum class Status
 {
     Written,
-    Exists,    ///< there is something at `Outcome::path`, which was left as it is
+    Exists,    ///< there is something at the path, which was left as it is
     NotWritten ///< it could not be created
-};
-
-struct Outcome
-{
-    Status status = Status::Written;
-    QString path; ///< of the PDF
 };
 
 /// "memoria_<name>.pdf", without what a file's name cannot hold everywhere.
 QString fileName(const QString& name);
 
-/// Calculates the projects and writes their sheet into the folder. Needs an application of any platform.
-Outcome write(const Request& request);
+/// Calculates the projects and writes their sheet. Needs an application of any platform.
+Status write(const Request& request);
+
+/// As `write`, but writes of each project only its drawing and the second opinion on it, as the window shows
+/// them; with a `tableDeflection` [mm], what a millimetre out of level changes too.
+Status writeContrast(const Request& request, std::optional<double> tableDeflection);
 
 } // namespace CalculationSheet

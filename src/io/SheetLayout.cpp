@@ -57,7 +57,8 @@ void setUp(QPdfWriter& writer, const QList<SheetLayout::Part>& parts, const QStr
     writer.setResolution(RESOLUTION);
     writer.setPageSize(QPageSize(QPageSize::A4));
     writer.setPageMargins(QMarginsF(MARGIN, MARGIN, MARGIN, MARGIN), QPageLayout::Millimeter);
-    writer.setTitle(u"Memoria de cálculo: "_s + parts.constFirst().text.title);
+    const SheetText& first = parts.constFirst().text;
+    writer.setTitle(first.kind + u": "_s + first.title);
     writer.setCreator(u"Velmora Master "_s + version);
 }
 
@@ -88,7 +89,7 @@ QByteArray SheetLayout::pdf(const QList<Part>& parts, const QString& version, co
                 writer.newPage();
             ++number;
             paintFrame(painter, page,
-                       {u"Memoria de cálculo · "_s + part.text.title, date.toString(u"dd/MM/yyyy HH:mm"_s),
+                       {part.text.kind + u" · "_s + part.text.title, date.toString(u"dd/MM/yyyy HH:mm"_s),
                         u"SHA-256 del proyecto: "_s + part.digest},
                        {u"Velmora Master "_s + version,
                         u"Página %1 de %2"_s.arg(QString::number(number), QString::number(count)),

@@ -148,13 +148,12 @@ QString mostHtml(const SheetProject& project, const SheetBeam& beam)
 
 QString SheetOpinion::figuresHtml(const Opinion& opinion)
 {
-    QString html = SheetHtml::heading(2, u"6. "_s + SecondOpinionText::title());
     QList<QStringList> rows = SecondOpinionText::rows(opinion);
     const qsizetype all = rows.size();
     rows.resize(std::min(all, static_cast<qsizetype>(SheetProject::MOST_LOADS)));
     for (QStringList& row : rows)
         row.front() = row.constFirst().toHtmlEscaped();
-    html += SheetHtml::table(SecondOpinionText::columns(), rows, {0, 6});
+    QString html = SheetHtml::table(SecondOpinionText::columns(), rows, {0, 6});
     if (rows.size() < all)
         html += SheetHtml::note(u"Se listan los primeros %1 motores de %2."_s.arg(
             QString::number(rows.size()), QString::number(all)));

@@ -10,7 +10,7 @@
 namespace SheetOpinion
 {
 
-/// The section with its table, pictures and sentences, as the window shows them.
+/// Its table, pictures and sentences, as the window shows them.
 QString figuresHtml(const SecondOpinion::Opinion& opinion);
 
 /// The section with its equations and the numbers put in.

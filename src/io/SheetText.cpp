@@ -1,6 +1,7 @@
 #include "io/SheetText.h"
 
 #include "engine/ProjectOpinion.h"
+#include "engine/SecondOpinionText.h"
 #include "engine/Statics.h"
 #include "io/SheetHtml.h"
 #include "io/SheetInput.h"
@@ -15,11 +16,11 @@ namespace
 {
 
 /// The second opinion's sentences quote the names as they are.
-SecondOpinion::Opinion opinionOf(ProjectState solved)
+SecondOpinion::Opinion opinionOf(ProjectState solved, std::optional<double> tableDeflection)
 {
     for (Motor& motor : solved.motors)
         motor.modelName = SheetHtml::plainName(Project::motorTitle(motor));
-    return ProjectOpinion::of(solved);
+    return ProjectOpinion::of(solved, tableDeflection);
 }
 
 QString item(const QString& text)
@@ -59,16 +60,24 @@ QString signature()
                               {{line + u"<br>"_s + line + u"<br>"_s + line, line, line}}, {0, 1, 2});
 }
 
+/// The document's first line, and what there is to draw.
+SheetText begun(const QString& kind, const ProjectState& project, std::optional<double> tableDeflection)
+{
+    SheetText text;
+    text.kind = kind;
+    text.solved = Statics::solved(project);
+    text.opinion = opinionOf(text.solved, tableDeflection);
+    text.title = SheetHtml::plainName(project.tabName);
+    text.html = SheetHtml::heading(1, kind + u": "_s + SheetHtml::name(project.tabName));
+    return text;
+}
+
 } // namespace
 
 SheetText SheetText::of(const ProjectState& project)
 {
-    SheetText text;
-    text.solved = Statics::solved(project);
-    text.opinion = opinionOf(text.solved);
+    SheetText text = begun(u"Memoria de cálculo"_s, project, std::nullopt);
     const SheetProject sheet = SheetProject::of(text.solved);
-    text.title = SheetHtml::plainName(project.tabName);
-    text.html = SheetHtml::heading(1, u"Memoria de cálculo: "_s + sheet.title);
     if (!sheet.isFinite()) {
         text.html +=
             SheetHtml::paragraph(u"Hay un dato que no es un número finito: no se puede calcular nada."_s);
@@ -77,7 +86,16 @@ SheetText SheetText::of(const ProjectState& project)
     text.html += SheetInput::html(sheet) + SheetHtml::heading(2, u"2. Dibujo"_s)
                  + SheetHtml::picture(SheetHtml::DRAWING) + SheetLever::html(sheet)
                  + SheetStress::stressHtml(sheet) + SheetStress::stabilityHtml(sheet)
+                 + SheetHtml::heading(2, u"6. "_s + SecondOpinionText::title())
                  + SheetOpinion::figuresHtml(text.opinion) + SheetOpinion::equationsHtml(sheet, text.opinion)
                  + assumptions() + signature();
+    return text;
+}
+
+SheetText SheetText::contrastOf(const ProjectState& project, std::optional<double> tableDeflection)
+{
+    SheetText text = begun(u"Contraste de reparto"_s, project, tableDeflection);
+    text.html += SheetHtml::picture(SheetHtml::DRAWING) + SheetHtml::heading(2, SecondOpinionText::title())
+                 + SheetOpinion::figuresHtml(text.opinion);
     return text;
 }

@@ -186,8 +186,8 @@ void TestCommandLine::mistakes_areTold_data()
                                     << u"Falta la carpeta de --salida"_s;
     QTest::newRow("folder empty") << QStringList{u"--informe"_s, u"a.rig"_s, u"--salida="_s}
                                   << u"Falta la carpeta de --salida"_s;
-    QTest::newRow("folder without report")
-        << QStringList{u"--salida"_s, u"x"_s, u"a.rig"_s} << u"--salida solo acompaña a --informe"_s;
+    QTest::newRow("folder without report") << QStringList{u"--salida"_s, u"x"_s, u"a.rig"_s}
+                                           << u"--salida solo acompaña a --informe o --memoria"_s;
     QTest::newRow("recovery with files")
         << QStringList{u"--recuperar"_s, u"a.rig"_s} << u"--recuperar no admite archivos"_s;
     QTest::newRow("recovery, summary and files")
@@ -223,7 +223,7 @@ void TestCommandLine::mistakes_areTold_data()
     }
     QTest::newRow("overwriting the temporary folder")
         << QStringList{u"--informe"_s, u"--sobrescribir"_s, u"a.rig"_s}
-        << u"--sobrescribir solo acompaña a --salida"_s;
+        << u"--sobrescribir solo acompaña a --salida o --memoria"_s;
 }
 
 void TestCommandLine::mistakes_areTold()

@@ -59,7 +59,7 @@ private slots:
     void emptyTable_isEmpty();
     void displayWidth_ofLetters_data();
     void displayWidth_ofLetters();
-    void harmless_replacesWhatCommandsATerminal();
+    void printable_replacesWhatCommandsATerminal();
 };
 
 void TestSummary::text_isAlignedAndComplete()
@@ -249,10 +249,10 @@ void TestSummary::displayWidth_ofLetters()
     QCOMPARE(Console::displayWidth(text), width);
 }
 
-void TestSummary::harmless_replacesWhatCommandsATerminal()
+void TestSummary::printable_replacesWhatCommandsATerminal()
 {
-    QCOMPARE(Console::harmless(u"a\x1B[31mb\u202Ec\u0085d\te"_s), u"a\uFFFD[31mb\uFFFDc\uFFFDd\uFFFDe"_s);
-    QCOMPARE(Console::harmless(u"Año ✅ 🔊 <b>%1"_s), u"Año ✅ 🔊 <b>%1"_s);
+    QCOMPARE(Console::printable(u"a\x1B[31mb\u202Ec\u0085d\te"_s), u"a\uFFFD[31mb\uFFFDc\uFFFDd\uFFFDe"_s);
+    QCOMPARE(Console::printable(u"Año ✅ 🔊 <b>%1"_s), u"Año ✅ 🔊 <b>%1"_s);
 }
 
 QTEST_GUILESS_MAIN(TestSummary)

@@ -35,7 +35,8 @@ CalculationSheet::Item exampleItem(const QString& name)
 
 CalculationSheet::Request requestOf(const QList<CalculationSheet::Item>& items, const QString& folder)
 {
-    return {items, folder, u"prueba"_s, u"9.8.7"_s, QDateTime({2031, 2, 3}, {14, 5}), false};
+    const QString path = folder + u'/' + CalculationSheet::fileName(u"prueba"_s);
+    return {items, path, u"9.8.7"_s, QDateTime({2031, 2, 3}, {14, 5}), false};
 }
 
 QByteArray output(const QString& program, const QStringList& arguments)
@@ -108,8 +109,8 @@ void CalculationSheetTest::init()
 
 QString CalculationSheetTest::write(const QList<CalculationSheet::Item>& items)
 {
-    const CalculationSheet::Outcome outcome = CalculationSheet::write(requestOf(items, m_folder->path()));
-    return outcome.status == CalculationSheet::Status::Written ? outcome.path : QString();
+    const CalculationSheet::Request request = requestOf(items, m_folder->path());
+    return CalculationSheet::write(request) == CalculationSheet::Status::Written ? request.path : QString();
 }
 
 void CalculationSheetTest::pdf_everyNumberFollowsFromOthers_data()
@@ -255,15 +256,13 @@ void CalculationSheetTest::existingFile_isLeftAlone()
     const QString path = m_folder->filePath(u"memoria_prueba.pdf"_s);
     Support::put(path, "mine");
     const auto request = requestOf({exampleItem(u"pantalla"_s)}, m_folder->path());
-    CalculationSheet::Outcome outcome = CalculationSheet::write(request);
-    QCOMPARE(outcome.status, CalculationSheet::Status::Exists);
-    QCOMPARE(outcome.path, path);
+    QCOMPARE(request.path, path);
+    QCOMPARE(CalculationSheet::write(request), CalculationSheet::Status::Exists);
     QCOMPARE(Support::contentOf(path), QByteArray("mine"));
 
     QVERIFY(QFile::remove(path));
     QVERIFY(QFile::link(m_folder->filePath(u"nowhere"_s), path));
-    outcome = CalculationSheet::write(request);
-    QCOMPARE(outcome.status, CalculationSheet::Status::Exists);
+    QCOMPARE(CalculationSheet::write(request), CalculationSheet::Status::Exists);
     QVERIFY(!QFileInfo::exists(m_folder->filePath(u"nowhere"_s)));
 }
 
@@ -273,26 +272,26 @@ void CalculationSheetTest::existingFile_isReplacedWhereAsked()
     Support::put(path, "mine");
     auto request = requestOf({exampleItem(u"pantalla"_s)}, m_folder->path());
     request.overwrite = true;
-    QCOMPARE(CalculationSheet::write(request).status, CalculationSheet::Status::Written);
+    QCOMPARE(CalculationSheet::write(request), CalculationSheet::Status::Written);
     QVERIFY(Support::contentOf(path).startsWith("%PDF-"));
 }
 
 void CalculationSheetTest::fullDisk_leavesNothing()
 {
     const auto request = requestOf({exampleItem(u"pantalla"_s)}, m_folder->path());
-    CalculationSheet::Outcome outcome;
+    CalculationSheet::Status status = CalculationSheet::Status::Written;
     {
         const Support::FullDisk full(1000);
-        outcome = CalculationSheet::write(request);
+        status = CalculationSheet::write(request);
     }
-    QCOMPARE(outcome.status, CalculationSheet::Status::NotWritten);
+    QCOMPARE(status, CalculationSheet::Status::NotWritten);
     QVERIFY(QDir(m_folder->path()).isEmpty());
 }
 
 void CalculationSheetTest::missingFolder_isTold()
 {
     const auto request = requestOf({exampleItem(u"pantalla"_s)}, m_folder->filePath(u"none"_s));
-    QCOMPARE(CalculationSheet::write(request).status, CalculationSheet::Status::NotWritten);
+    QCOMPARE(CalculationSheet::write(request), CalculationSheet::Status::NotWritten);
 }
 
 void CalculationSheetTest::fileNames()

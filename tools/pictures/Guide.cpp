@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-void complain(const QString& text)
+void printError(const QString& text)
 {
     QTextStream(stderr) << text << '\n';
 }
@@ -39,14 +39,14 @@ std::optional<QString> Guide::embed(const QString& source, const QMap<QString, P
         done = found.capturedEnd();
         left.remove(name);
         if (!pictures.contains(name)) {
-            complain(u"No such picture: "_s + name);
+            printError(u"No such picture: "_s + name);
             complete = false;
         }
     }
     result += QStringView(source).mid(done);
 
     for (const QString& name : std::as_const(left))
-        complain(u"Not in the guide: "_s + name);
+        printError(u"Not in the guide: "_s + name);
     if (!complete || !left.isEmpty())
         return std::nullopt;
     return result;
