@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Feeds the program with what no user would, under the address and undefined-behaviour sanitizers:
 #     tools/fuzz.sh SECONDS
-# One target opens, calculates, reports and saves project files, one types texts into every field;
-# each runs for SECONDS, both at the same time. What they learn stays in build/fuzz/corpus; an
+# One target opens, calculates, reports and saves project files, one types texts into every field, one
+# brings back recovery files; each runs for SECONDS, all at the same time. What they learn stays in build/fuzz/corpus; an
 # input that breaks something stays in build/fuzz/found and fails the script.
 set -euo pipefail
 here=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
@@ -28,18 +28,21 @@ fuzz()
         >"$folder/$1.log" 2>&1
 }
 
-fuzz project &
-project=$!
-fuzz fields &
-fields=$!
+targets=(project fields recovery)
+processes=()
+for target in "${targets[@]}"; do
+    fuzz "$target" &
+    processes+=($!)
+done
 failed=
-wait "$project" || failed+=" project"
-wait "$fields" || failed+=" fields"
+for i in "${!targets[@]}"; do
+    wait "${processes[i]}" || failed+=" ${targets[i]}"
+done
 for target in $failed; do
     tail -n 60 -- "$folder/$target.log" >&2
 done
 
 executed() { sed -n 's/^stat::number_of_executed_units: *//p' "$folder/$1.log"; }
 [[ -z $failed ]] || fail "Fuzzing failed:$failed (inputs in build/fuzz/found, logs in build/fuzz)"
-printf 'Fuzzing passed: %s projects and %s field inputs in %d s, nothing found\n' \
-    "$(executed project)" "$(executed fields)" "$seconds"
+printf 'Fuzzing passed: %s projects, %s field inputs and %s recovery files in %d s, nothing found\n' \
+    "$(executed project)" "$(executed fields)" "$(executed recovery)" "$seconds"
