@@ -1,8 +1,8 @@
 #include "io/ProjectFile.h"
+#include "ui/Boxes.h"
 #include "ui/MainWindow.h"
 
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QTabBar>
 
 using namespace Qt::StringLiterals;
@@ -21,11 +21,11 @@ void MainWindow::onSaveProjectClicked()
         return;
 
     if (!ProjectFile::write(path, captureCurrentState())) {
-        say(QMessageBox::Critical, u"Error"_s, u"No se pudo guardar el archivo."_s);
+        Boxes::say(this, QMessageBox::Critical, u"Error"_s, u"No se pudo guardar el archivo."_s);
         return;
     }
     noticeSavedFile(path);
-    say(QMessageBox::Information, u"Guardado"_s, u"Proyecto guardado con éxito."_s);
+    Boxes::say(this, QMessageBox::Information, u"Guardado"_s, u"Proyecto guardado con éxito."_s);
 }
 
 void MainWindow::onLoadProjectClicked()
@@ -62,10 +62,10 @@ std::optional<LoadLogic::ProjectState> MainWindow::readProject(const QString& pa
     case ProjectFile::Failure::None:
         return content.project;
     case ProjectFile::Failure::Unreadable:
-        say(QMessageBox::Critical, u"Error"_s, u"No se pudo leer el archivo."_s);
+        Boxes::say(this, QMessageBox::Critical, u"Error"_s, u"No se pudo leer el archivo."_s);
         break;
     case ProjectFile::Failure::NotAProject:
-        say(QMessageBox::Critical, u"Error"_s, u"Formato de archivo inválido."_s);
+        Boxes::say(this, QMessageBox::Critical, u"Error"_s, u"Formato de archivo inválido."_s);
         break;
     }
     return std::nullopt;

@@ -1,10 +1,10 @@
 #include "io/ConsolidatedReport.h"
 #include "io/ReportProgress.h"
+#include "ui/Boxes.h"
 #include "ui/MainWindow.h"
 
 #include <QDesktopServices>
 #include <QDir>
-#include <QMessageBox>
 #include <QTabBar>
 #include <QUrl>
 
@@ -33,8 +33,8 @@ void MainWindow::onPrintReportClicked()
     recalculateAfterReport();
 
     if (outcome.status == Status::NotWritten) {
-        say(QMessageBox::Critical, u"Error de Escritura"_s,
-            u"No se pudo crear el archivo del informe en:\n"_s + outcome.path);
+        Boxes::say(this, QMessageBox::Critical, u"Error de Escritura"_s,
+                   u"No se pudo crear el archivo del informe en:\n"_s + outcome.path);
     }
     if (outcome.status == Status::Written)
         showInBrowser(outcome.path);
@@ -43,10 +43,11 @@ void MainWindow::onPrintReportClicked()
 void MainWindow::showInBrowser(const QString& path)
 {
     if (QDesktopServices::openUrl(QUrl::fromLocalFile(path))) {
-        say(QMessageBox::Information, u"Informe Generado"_s,
+        Boxes::say(
+            this, QMessageBox::Information, u"Informe Generado"_s,
             u"Se ha generado un informe consolidado.\n\nEl archivo se ha abierto en su navegador predeterminado."_s);
         return;
     }
-    say(QMessageBox::Warning, u"Error de Navegador"_s,
-        u"No se pudo abrir el navegador automáticamente.\n\nBusque el archivo en: "_s + path);
+    Boxes::say(this, QMessageBox::Warning, u"Error de Navegador"_s,
+               u"No se pudo abrir el navegador automáticamente.\n\nBusque el archivo en: "_s + path);
 }

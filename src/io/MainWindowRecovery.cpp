@@ -1,11 +1,11 @@
 #include "io/RecoveryDesk.h"
 #include "io/RecoveryDialog.h"
 #include "io/RecoveryProject.h"
+#include "ui/Boxes.h"
 #include "ui/MainWindow.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
-#include <QMessageBox>
 #include <QPointer>
 #include <QTabBar>
 #include <QTimer>
@@ -131,7 +131,7 @@ void MainWindow::recover(RecoveryChoice choice)
     m_recovery->notice.reset();
     tellRecovery();
     if (entries.isEmpty()) {
-        say(QMessageBox::Information, u"Recuperar trabajo"_s, u"No hay nada que recuperar."_s);
+        Boxes::say(this, QMessageBox::Information, u"Recuperar trabajo"_s, u"No hay nada que recuperar."_s);
         return;
     }
     // The window may be closed, and the dialog with it, while it is open.

@@ -11,7 +11,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QMetaMethod>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -152,8 +151,14 @@ void ContrastDialog::buildButtons(QBoxLayout* column)
     auto* row = new QHBoxLayout;
     QPushButton* copy = addButton(row, u"COPIAR TABLA"_s);
     connect(copy, &QPushButton::clicked, this, &ContrastDialog::copyTable);
-    m_sheet = addButton(row, u"MEMORIA DE CÁLCULO (PDF)"_s);
-    connect(m_sheet, &QPushButton::clicked, this, &ContrastDialog::sheetRequested);
+    QPushButton* print = addButton(row, u"IMPRIMIR"_s);
+    print->setShortcut(QKeySequence::Print);
+    print->setToolTip(u"Abre el contraste en el visor de PDF, que lo imprime (Ctrl+P)"_s);
+    connect(print, &QPushButton::clicked, this, &ContrastDialog::printRequested);
+    QPushButton* sheet = addButton(row, u"MEMORIA DE CÁLCULO (PDF)"_s);
+    sheet->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_P);
+    sheet->setToolTip(u"Guarda todos los proyectos con todas sus cuentas (Ctrl+Mayús+P)"_s);
+    connect(sheet, &QPushButton::clicked, this, &ContrastDialog::sheetRequested);
     row->addStretch();
     QPushButton* close = addButton(row, u"CERRAR"_s);
     connect(close, &QPushButton::clicked, this, &QDialog::close);
@@ -169,12 +174,6 @@ QPushButton* ContrastDialog::addButton(QBoxLayout* row, const QString& text) con
     button->setStyleSheet(Styles::CLOSE_BUTTON);
     row->addWidget(button);
     return button;
-}
-
-void ContrastDialog::showEvent(QShowEvent* event)
-{
-    m_sheet->setVisible(isSignalConnected(QMetaMethod::fromSignal(&ContrastDialog::sheetRequested)));
-    QDialog::showEvent(event);
 }
 
 std::optional<double> ContrastDialog::tableDeflection() const

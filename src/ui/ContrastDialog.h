@@ -42,11 +42,10 @@ public: // commands
 signals:
     /// Another table deflection was typed, or none.
     void tableDeflectionChanged();
-    /// The calculation sheet is wanted; its button is there where someone listens.
+    /// The calculation sheet is wanted.
     void sheetRequested();
-
-protected: // events
-    void showEvent(QShowEvent* event) override;
+    /// What is shown is wanted on paper.
+    void printRequested();
 
 private: // helpers
     void buildSentences(QBoxLayout* column);
@@ -70,5 +69,4 @@ private:                     // data
     MotorBars* m_bars = nullptr;
     BendingCurves* m_curves = nullptr;
     QLineEdit* m_deflection = nullptr;
-    QPushButton* m_sheet = nullptr;
 };

@@ -14,8 +14,6 @@
 #include <QAction>
 #include <QGuiApplication>
 #include <QIcon>
-#include <QMessageBox>
-#include <QPointer>
 #include <QScreen>
 #include <QStackedWidget>
 #include <QTimer>
@@ -37,16 +35,6 @@ QIcon applicationIcon()
 {
     const QIcon icon = QGuiApplication::windowIcon();
     return icon.isNull() ? QIcon(u":/icono-app.ico"_s) : icon;
-}
-
-/// Runs `box` and takes it away; what it shows is plain text. Its window may be destroyed meanwhile.
-int runMessageBox(QMessageBox* box)
-{
-    const QPointer<QMessageBox> guard(box);
-    box->setTextFormat(Qt::PlainText);
-    const int answer = box->exec();
-    delete guard;
-    return answer;
 }
 
 } // namespace
@@ -75,10 +63,10 @@ MainWindow::MainWindow(QWidget* parent)
 
 MainWindow::~MainWindow() = default;
 
-void MainWindow::onKey(Qt::Key key, const std::function<void()>& act)
+void MainWindow::onKey(const QKeySequence& keys, const std::function<void()>& act)
 {
     auto* action = new QAction(this);
-    action->setShortcut(key);
+    action->setShortcut(keys);
     connect(action, &QAction::triggered, this, act);
     addAction(action);
 }
@@ -119,16 +107,4 @@ void MainWindow::sizeToScreen()
                static_cast<int>(available.height() * HEIGHT_SHARE));
     else
         setWindowState(windowState() | Qt::WindowMaximized);
-}
-
-void MainWindow::say(int icon, const QString& title, const QString& text)
-{
-    runMessageBox(new QMessageBox(static_cast<QMessageBox::Icon>(icon), title, text, QMessageBox::Ok, this));
-}
-
-bool MainWindow::confirm(const QString& title, const QString& text)
-{
-    auto* box = new QMessageBox(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, this);
-    box->setDefaultButton(QMessageBox::No);
-    return runMessageBox(box) == QMessageBox::Yes;
 }

@@ -179,6 +179,10 @@ public slots: // each is what its button, its field or its tab does
     void onRenameTab(int index);
     void onSaveProjectClicked();
     void onLoadProjectClicked();
+    /// The calculation sheet of all tabs, in a PDF file that the user chooses.
+    void onSheetClicked();
+    /// What "Contraste de reparto" shows, as a PDF for the desktop's viewer, which prints it.
+    void onPrintContrastClicked();
 
 private: // set-up (MainWindowSetup.cpp)
     void setupUI();
@@ -195,8 +199,8 @@ private: // set-up (MainWindowSetup.cpp)
     void connectControls();
 
 private: // start (MainWindow.cpp)
-    /// Does `act` on `key` wherever the focus is in this window.
-    void onKey(Qt::Key key, const std::function<void()>& act);
+    /// Does `act` on `keys` wherever the focus is in this window.
+    void onKey(const QKeySequence& keys, const std::function<void()>& act);
     /// Leaves the report page; on the design page, the selected load.
     void leaveOrRelease();
     void startBlinking();
@@ -285,12 +289,6 @@ private: // edits
     [[nodiscard]] LoadLogic::ActiveLoad typedLoad() const;
     void fillSelectedLoadFields();
     void fillResetFields();
-
-private: // boxes (MainWindow.cpp)
-    /// A box with the single button OK, modal to this window; `icon` is a `QMessageBox::Icon`.
-    void say(int icon, const QString& title, const QString& text);
-    /// A question box with Yes and No, where No is the default.
-    [[nodiscard]] bool confirm(const QString& title, const QString& text);
 
 private: // data
     QStackedWidget* m_pages = nullptr;

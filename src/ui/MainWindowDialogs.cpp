@@ -1,4 +1,5 @@
 #include "canvas/TrussView.h"
+#include "ui/Boxes.h"
 #include "ui/ControlsGroup.h"
 #include "ui/DynamicFactorDialog.h"
 #include "ui/InfoWindow.h"
@@ -11,7 +12,6 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
-#include <QMessageBox>
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
@@ -34,8 +34,9 @@ QString guidePath()
 
 void MainWindow::onResetProjectClicked()
 {
-    if (!confirm(u"Restaurar Proyecto"_s, u"¿Estás seguro de que deseas resetear el proyecto?\n"
-                                          "Se perderán todos los motores, cargas y pantallas actuales."_s))
+    if (!Boxes::confirm(this, u"Restaurar Proyecto"_s,
+                        u"¿Estás seguro de que deseas resetear el proyecto?\n"
+                        "Se perderán todos los motores, cargas y pantallas actuales."_s))
         return;
 
     keepResetProject();
@@ -67,7 +68,7 @@ void MainWindow::onOpenUserGuideClicked()
     if (QFile::exists(path))
         QDesktopServices::openUrl(QUrl::fromLocalFile(path));
     else
-        say(QMessageBox::Warning, u"Error"_s, u"No se pudo encontrar el archivo: "_s + path);
+        Boxes::say(this, QMessageBox::Warning, u"Error"_s, u"No se pudo encontrar el archivo: "_s + path);
 }
 
 void MainWindow::onInfoClicked()

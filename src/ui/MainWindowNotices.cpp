@@ -64,6 +64,7 @@ void MainWindow::startNoticing()
     m_motorPanel->installEventFilter(this);
     m_loadPanel->installEventFilter(this);
     onKey(Qt::Key_F8, [this] { openContrast(); });
+    onKey(Qt::CTRL | Qt::SHIFT | Qt::Key_P, [this] { onSheetClicked(); });
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
@@ -252,6 +253,8 @@ void MainWindow::openContrast()
     if (m_contrast == nullptr) {
         m_contrast = new ContrastDialog(this);
         connect(m_contrast, &ContrastDialog::tableDeflectionChanged, this, &MainWindow::scheduleNotices);
+        connect(m_contrast, &ContrastDialog::sheetRequested, this, &MainWindow::onSheetClicked);
+        connect(m_contrast, &ContrastDialog::printRequested, this, &MainWindow::onPrintContrastClicked);
     }
     m_contrast->show();
     m_contrast->raise();

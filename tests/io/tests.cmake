@@ -21,6 +21,7 @@ velmora_test(io sheettext LIBRARY velmora_io)
 velmora_test(io windowfiles)
 velmora_test(io windowrecovery)
 velmora_test(io windowreports HEADERS support/Browser.h)
+velmora_test(io windowsheet HEADERS support/Browser.h)
 
 # Owners, groups, permissions and links are those of POSIX.
 if(NOT UNIX)

@@ -2,6 +2,7 @@
 #include "support/Browser.h"
 #include "support/Dialogs.h"
 #include "support/ReportDocument.h"
+#include "support/TemporaryDirectory.h"
 #include "support/Window.h"
 
 #include <QBuffer>
@@ -23,44 +24,16 @@ using Support::Bench;
 using Support::BoxAnswer;
 using Support::Browser;
 using Support::ReportDocument;
+using Support::TemporaryDirectory;
 
 namespace
 {
 
-/// A temporary directory of this test alone, for as long as it lives.
-class TemporaryDirectory
+QString reportIn(const TemporaryDirectory& folder)
 {
-public:
-    TemporaryDirectory()
-    {
-        m_before = qgetenv("TMPDIR");
-        qputenv("TMPDIR", QFile::encodeName(m_folder.path()));
-    }
-    ~TemporaryDirectory()
-    {
-        qputenv("TMPDIR", m_before);
-    }
-    TemporaryDirectory(const TemporaryDirectory&) = delete;
-    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
-
-    [[nodiscard]] QString path(const QString& name) const
-    {
-        return m_folder.filePath(name);
-    }
-    [[nodiscard]] QStringList files(const QString& pattern = u"*"_s) const
-    {
-        return QDir(m_folder.path()).entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Name);
-    }
-    [[nodiscard]] QString report() const
-    {
-        QFile file(path(files(u"informe_rigging_*.html"_s).value(0)));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    }
-
-private:
-    QTemporaryDir m_folder;
-    QByteArray m_before;
-};
+    QFile file(folder.path(folder.files(u"informe_rigging_*.html"_s).value(0)));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
 
 ReportPage* pageOf(const Bench& bench)
 {
@@ -290,7 +263,7 @@ void TestWindowReports::print_writesADocumentAndADrawingForEachTab()
     QVERIFY(QRegularExpression(u"^informe_rigging_\\d{8}_\\d{6}\\.html$"_s).match(reports.at(0)).hasMatch());
     QCOMPARE(temporary.files().size(), 3);
 
-    const ReportDocument document(temporary.report());
+    const ReportDocument document(reportIn(temporary));
     QCOMPARE(document.error(), QString());
     QCOMPARE(document.images, temporary.files(u"truss_schema_*.jpg"_s));
     QVERIFY(document.results.contains(
@@ -346,7 +319,7 @@ void TestWindowReports::print_headlineIsTheCurrentTab()
     Bench bench;
     bench.window.onAddTab();
     print(bench);
-    QCOMPARE(ReportDocument(temporary.report()).headings.at(0), u"INFORME: Proyecto 2"_s);
+    QCOMPARE(ReportDocument(reportIn(temporary)).headings.at(0), u"INFORME: Proyecto 2"_s);
 }
 
 void TestWindowReports::print_withoutProjects_isOfNoName()
@@ -357,7 +330,7 @@ void TestWindowReports::print_withoutProjects_isOfNoName()
     bench.window.projects.clear();
     bench.window.currentProjectIndex = -1;
     print(bench);
-    const ReportDocument document(temporary.report());
+    const ReportDocument document(reportIn(temporary));
     QCOMPARE(document.headings.at(0), u"INFORME: Sin Nombre"_s);
     QVERIFY(document.headings.contains(u"✅ CONFIGURACIÓN GLOBAL APTA"_s));
     QCOMPARE(temporary.files().size(), 1);
@@ -371,7 +344,7 @@ void TestWindowReports::print_takesTitlesFromTheTabs()
     bench.window.onAddTab();
     bench.tabBar()->setTabText(0, u"Escenario A"_s);
     print(bench);
-    const ReportDocument document(temporary.report());
+    const ReportDocument document(reportIn(temporary));
     QVERIFY(document.headings.contains(u"PROYECTO: Escenario A"_s));
     QVERIFY(document.headings.contains(u"PROYECTO: Proyecto 2"_s));
 }
@@ -386,7 +359,7 @@ void TestWindowReports::print_namesStayAsTyped()
     LoadLogic::MotorList[0].modelName = name;
     LoadLogic::MotorList[1].modelName = u"<b>"_s;
     print(bench);
-    const QString html = temporary.report();
+    const QString html = reportIn(temporary);
     QVERIFY(html.contains(u"INFORME: <span style='font-size: 0.8em;'>"_s + name + u"</span>"_s));
     QVERIFY(html.contains(u"<h3>PROYECTO: "_s + name + u"</h3>"_s));
     QVERIFY(html.contains(u"<tr><td>"_s + name + u"</td><td>-6.00m</td>"_s));
@@ -402,7 +375,7 @@ void TestWindowReports::print_agreesWithThePage()
     LoadLogic::MotorList[0].capacity = 500.0F;
     bench.window.onGenerateReportClicked();
     print(bench);
-    const ReportDocument document(temporary.report());
+    const ReportDocument document(reportIn(temporary));
     const QTableWidget* table = pageOf(bench)->table();
     for (int motor = 0; motor < 2; ++motor) {
         for (int column = 0; column < 7; ++column)
@@ -508,7 +481,7 @@ void TestWindowReports::unsavableDrawing_isNotReported()
     QVERIFY(QDir().mkdir(temporary.path(u"truss_schema_0.jpg"_s)));
     Bench bench;
     print(bench);
-    QCOMPARE(ReportDocument(temporary.report()).images, QStringList(u"truss_schema_0.jpg"_s));
+    QCOMPARE(ReportDocument(reportIn(temporary)).images, QStringList(u"truss_schema_0.jpg"_s));
 }
 
 void TestWindowReports::longReport_canBeCancelledWithoutATrace()

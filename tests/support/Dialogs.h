@@ -183,6 +183,7 @@ public: // what the dialog was
     QString title;
     QStringList filters;
     QFileDialog::AcceptMode mode = QFileDialog::AcceptOpen;
+    QString offered; ///< in the field of the file's name
 
 private: // helpers
     void choose(QFileDialog& dialog)
@@ -194,7 +195,9 @@ private: // helpers
             dialog.reject();
             return;
         }
-        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(m_path);
+        auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        offered = name->text();
+        name->setText(m_path);
         QMetaObject::invokeMethod(&dialog, "accept", Qt::QueuedConnection);
     }
 

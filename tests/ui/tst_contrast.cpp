@@ -8,7 +8,6 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QMouseEvent>
-#include <QSignalSpy>
 #include <QTableWidget>
 
 #include <ctime>
@@ -75,7 +74,6 @@ private slots:
     void curves_tellWhatTheyPointAt();
     void pictures_sayWhatTheyShow();
     void pictures_withoutFigures_sayNothingIsThere();
-    void sheet_isOfferedWhereSomeoneListens();
     void everything_isReachedByTheTabKey();
     void smallScreen_isEnough();
 
@@ -371,27 +369,6 @@ void TestContrast::pictures_withoutFigures_sayNothingIsThere()
         picture->grab();
     }
     QVERIFY(told(dialog).contains(u"NO SE PUEDE CALCULAR"_s));
-}
-
-void TestContrast::sheet_isOfferedWhereSomeoneListens()
-{
-    const auto sheetButton = [](const ContrastDialog& dialog) -> QPushButton* {
-        const auto buttons = dialog.findChildren<QPushButton*>();
-        for (QPushButton* button : buttons) {
-            if (button->text().startsWith(u"MEMORIA"_s))
-                return button;
-        }
-        return nullptr;
-    };
-    ContrastDialog alone;
-    alone.show();
-    QVERIFY(!sheetButton(alone)->isVisible());
-    ContrastDialog heard;
-    QSignalSpy sheets(&heard, &ContrastDialog::sheetRequested);
-    heard.show();
-    QVERIFY(sheetButton(heard)->isVisible());
-    sheetButton(heard)->click();
-    QCOMPARE(sheets.size(), 1);
 }
 
 void TestContrast::everything_isReachedByTheTabKey()
