@@ -40,6 +40,7 @@ public: // commands
     void tabs();
     void unstable();
     void hyperstatic();
+    void contrast();
 
 public: // queries
     [[nodiscard]] const Camera& camera() const
@@ -240,15 +241,28 @@ void Play::hyperstatic()
                       [this](QWidget* dialog) { m_camera.take(u"dinamico"_s, dialog); });
 }
 
+// It follows the project some time after the last change.
+void Play::contrast()
+{
+    m_stage.window()->openProjectFile(QStringLiteral(VELMORA_EXAMPLES "/concierto.rig"));
+    m_stage.window()->openContrast();
+    auto* dialog = m_stage.find<QWidget>(u"contrastDialog"_s);
+    dialog->resize(1000, 860);
+    m_stage.settle();
+    m_camera.take(u"contraste"_s, dialog);
+    dialog->close();
+}
+
 } // namespace
 
 QMap<QString, Picture> Scenes::play()
 {
     Play play;
-    for (const auto scene : {&Play::emptyTruss, &Play::motorsInPlace, &Play::pointLoads, &Play::screen,
-                             &Play::biggerMotor, &Play::reports, &Play::wholeWindow, &Play::groups,
-                             &Play::panels, &Play::details, &Play::canvasMenus, &Play::motorSpecification,
-                             &Play::dialogs, &Play::tabs, &Play::unstable, &Play::hyperstatic})
+    for (const auto scene :
+         {&Play::emptyTruss, &Play::motorsInPlace, &Play::pointLoads, &Play::screen, &Play::biggerMotor,
+          &Play::reports, &Play::wholeWindow, &Play::groups, &Play::panels, &Play::details,
+          &Play::canvasMenus, &Play::motorSpecification, &Play::dialogs, &Play::tabs, &Play::unstable,
+          &Play::hyperstatic, &Play::contrast})
         (play.*scene)();
     return play.camera().pictures();
 }
