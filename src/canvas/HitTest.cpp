@@ -81,7 +81,7 @@ Target loadTargetAt(const Scene& scene, const TrussGeometry& g, QPoint point)
         if (g.loadBodyBox(load).contains(point))
             return HitTest::LoadBody{i};
     }
-    return {};
+    return std::monostate();
 }
 
 } // namespace

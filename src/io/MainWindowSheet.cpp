@@ -6,12 +6,13 @@
 
 void MainWindow::onSheetClicked()
 {
-    SheetDialogs::save(this, openProjects(), m_tabBar->tabText(currentProjectIndex));
+    const bool isAskedInDialog = m_contrast != nullptr && m_contrast->isActiveWindow();
+    SheetDialogs::save(isAskedInDialog ? static_cast<QWidget*>(m_contrast) : this, openProjects(), m_tabBar->tabText(currentProjectIndex));
 }
 
 void MainWindow::onPrintContrastClicked()
 {
     ProjectState shown = captureCurrentState();
     shown.tabName = m_tabBar->tabText(currentProjectIndex);
-    SheetDialogs::printContrast(this, shown, m_contrast->tableDeflection());
+    SheetDialogs::printContrast(m_contrast, shown, m_contrast->tableDeflection());
 }
