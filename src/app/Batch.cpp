@@ -137,7 +137,7 @@ ConsolidatedReport::Request requestOf(const Input& input, const QString& folder)
         request.projects.append(named.project);
     request.currentTitle = input.projects.constFirst().project.tabName;
     request.folder = folder.isEmpty() ? QDir::tempPath() : QDir(folder).absolutePath();
-    request.generated = QDateTime::currentDateTime();
+    request.generated = ConsolidatedReport::freeSecond(request.folder);
     return request;
 }
 

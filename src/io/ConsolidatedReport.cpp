@@ -6,7 +6,9 @@
 #include "io/SafeFile.h"
 
 #include <QBuffer>
+#include <QFileInfo>
 #include <QImage>
+#include <QThread>
 
 using namespace Qt::StringLiterals;
 
@@ -27,7 +29,41 @@ QByteArray drawing(const ProjectState& solved, PaintKit& kit)
     return bytes;
 }
 
+/// Whether the report would show what is at `path`, which could not be replaced: an old drawing or a
+/// stranger's. A folder is no picture.
+bool showsAnother(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.isSymLink() || (info.exists() && !info.isDir());
+}
+
+/// Returns false where one of the drawings is another's for good.
+bool publishDrawings(const QString& folder, const QList<QByteArray>& drawings, QStringList& missing)
+{
+    for (qsizetype i = 0; i < drawings.size(); ++i) {
+        const QString path = folder + HtmlReport::drawingName(i);
+        if (SafeFile::publish(path, drawings.at(i)))
+            continue;
+        if (showsAnother(path))
+            return false;
+        missing.append(path);
+    }
+    return true;
+}
+
 } // namespace
+
+QDateTime ConsolidatedReport::freeSecond(const QString& folder)
+{
+    constexpr int MOST_WAITS = 3;
+    constexpr int SECOND = 1000; // [ms]
+    QDateTime now = QDateTime::currentDateTime();
+    for (int i = 0; i < MOST_WAITS && QFileInfo::exists(folder + u'/' + HtmlReport::reportName(now)); ++i) {
+        QThread::msleep(static_cast<unsigned long>(SECOND - now.time().msec()));
+        now = QDateTime::currentDateTime();
+    }
+    return now;
+}
 
 ConsolidatedReport::Outcome ConsolidatedReport::write(const Request& request, const Progress& progress)
 {
@@ -45,15 +81,10 @@ ConsolidatedReport::Outcome ConsolidatedReport::write(const Request& request, co
     }
 
     const QString folder = request.folder + u'/';
-    for (qsizetype i = 0; i < drawings.size(); ++i) {
-        const QString path = folder + HtmlReport::drawingName(i);
-        if (!SafeFile::publish(path, drawings.at(i)))
-            outcome.missingDrawings.append(path);
-    }
-
     outcome.path = folder + HtmlReport::reportName(request.generated);
     const QString html = HtmlReport::document(outcome.figures, request.currentTitle, request.generated);
-    if (!SafeFile::publish(outcome.path, html.toUtf8()))
-        outcome.status = Status::NotWritten;
+    const bool isWritten = publishDrawings(folder, drawings, outcome.missingDrawings)
+                           && SafeFile::publish(outcome.path, html.toUtf8());
+    outcome.status = isWritten ? Status::Written : Status::NotWritten;
     return outcome;
 }

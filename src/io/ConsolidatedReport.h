@@ -25,7 +25,9 @@ enum class Status
 {
     Written,
     Cancelled, ///< nothing was written
-    NotWritten ///< the document could not be created at `Outcome::path`
+    /// the document at `Outcome::path` was not created: it cannot be, or it would show a drawing of another
+    /// report or another user's, which can be neither replaced nor removed
+    NotWritten
 };
 
 struct Outcome
@@ -38,6 +40,10 @@ struct Outcome
 
 /// Told after each project how many are done; false cancels.
 using Progress = std::function<bool(qsizetype done)>;
+
+/// The time to generate a report at: now, or where `folder` has a report of this second, whose place the
+/// new one would take, the beginning of the next, for which this waits. Gives up after some seconds.
+QDateTime freeSecond(const QString& folder);
 
 /// Calculates and draws each project, and writes everything once all of it is there.
 Outcome write(const Request& request, const Progress& progress);

@@ -28,8 +28,9 @@ void MainWindow::onPrintReportClicked()
     const QList<LoadLogic::ProjectState> reported = reportedProjects();
     const QString currentTitle =
         isProject(currentProjectIndex) ? m_tabBar->tabText(currentProjectIndex) : u"Sin Nombre"_s;
+    const QString folder = QDir::tempPath();
     const ConsolidatedReport::Outcome outcome =
-        writeReport({reported, currentTitle, QDir::tempPath(), QDateTime::currentDateTime()}, this);
+        writeReport({reported, currentTitle, folder, ConsolidatedReport::freeSecond(folder)}, this);
     recalculateAfterReport();
 
     if (outcome.status == Status::NotWritten) {

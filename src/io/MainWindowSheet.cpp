@@ -7,7 +7,8 @@
 void MainWindow::onSheetClicked()
 {
     const bool isAskedInDialog = m_contrast != nullptr && m_contrast->isActiveWindow();
-    SheetDialogs::save(isAskedInDialog ? static_cast<QWidget*>(m_contrast) : this, openProjects(), m_tabBar->tabText(currentProjectIndex));
+    SheetDialogs::save(isAskedInDialog ? static_cast<QWidget*>(m_contrast) : this, openProjects(),
+                       m_tabBar->tabText(currentProjectIndex));
 }
 
 void MainWindow::onPrintContrastClicked()

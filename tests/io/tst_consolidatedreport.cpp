@@ -1,4 +1,6 @@
 #include "io/ConsolidatedReport.h"
+#include "io/HtmlReport.h"
+#include "support/Files.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -30,6 +32,8 @@ private slots:
     void writtenDrawings_areNotMissing();
     void drawingThatCannotBeSaved_isNamed();
     void documentThatCannotBeSaved_isNotWritten();
+    void secondReportOfASecond_waitsForTheNext();
+    void freeSecond_isNowWhereNothingIs();
 };
 
 void TestConsolidatedReport::writtenDrawings_areNotMissing()
@@ -59,6 +63,25 @@ void TestConsolidatedReport::documentThatCannotBeSaved_isNotWritten()
     const QTemporaryDir folder;
     QVERIFY(QDir().mkdir(folder.filePath(u"informe_rigging_20240229_120000.html"_s)));
     QCOMPARE(write(folder).status, Status::NotWritten);
+}
+
+void TestConsolidatedReport::secondReportOfASecond_waitsForTheNext()
+{
+    const QTemporaryDir folder;
+    const QDateTime now = QDateTime::currentDateTime();
+    for (int i = 0; i < 2; ++i) // the second may end meanwhile
+        Support::put(folder.filePath(HtmlReport::reportName(now.addSecs(i))), "earlier");
+    const QDateTime free = ConsolidatedReport::freeSecond(folder.path());
+    QVERIFY(!QFile::exists(folder.filePath(HtmlReport::reportName(free))));
+    QVERIFY(free > now);
+}
+
+void TestConsolidatedReport::freeSecond_isNowWhereNothingIs()
+{
+    const QTemporaryDir folder;
+    const QDateTime before = QDateTime::currentDateTime();
+    const QDateTime free = ConsolidatedReport::freeSecond(folder.path());
+    QVERIFY(before <= free && free <= QDateTime::currentDateTime());
 }
 
 QTEST_MAIN(TestConsolidatedReport)

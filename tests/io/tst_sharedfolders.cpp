@@ -1,3 +1,5 @@
+#include "io/ConsolidatedReport.h"
+#include "support/Anybody.h"
 #include "support/Files.h"
 
 #include <QDir>
@@ -75,6 +77,8 @@ private slots:
     void plantedFile_failsTheReportAndStays_data();
     void plantedFile_failsTheReportAndStays();
     void ownLink_isReplacedAndNotFollowed();
+    void drawingThatStaysAnothers_endsTheReport_data();
+    void drawingThatStaysAnothers_endsTheReport();
 
 private:
     int run(uint user, const QStringList& arguments);
@@ -267,5 +271,40 @@ void TestSharedFolders::ownLink_isReplacedAndNotFollowed()
     QCOMPARE(contentOf(link), m_new);
 }
 
-QTEST_GUILESS_MAIN(TestSharedFolders)
+void TestSharedFolders::drawingThatStaysAnothers_endsTheReport_data()
+{
+    QTest::addColumn<bool>("isLink");
+    QTest::newRow("another user's picture") << false;
+    QTest::newRow("another user's link to nothing") << true;
+}
+
+// In a sticky folder only the owner removes a file: the report would show it under the new text.
+void TestSharedFolders::drawingThatStaysAnothers_endsTheReport()
+{
+    QFETCH(bool, isLink);
+    const QString folder = path(u"pegajosa"_s);
+    QVERIFY(QDir().mkdir(folder));
+    QCOMPARE(chmod(QFile::encodeName(folder).constData(), 01777), 0);
+    const QString planted = folder + u"/truss_schema_1.jpg"_s;
+    if (isLink)
+        QVERIFY(QFile::link(folder + u"/nowhere"_s, planted));
+    else
+        Support::put(planted, "another show");
+
+    const QDateTime noon(QDate(2024, 2, 29), QTime(12, 0));
+    ConsolidatedReport::Outcome outcome;
+    {
+        const Support::Anybody nobody;
+        outcome =
+            ConsolidatedReport::write({{{}, {}}, u"Gira"_s, folder, noon}, [](qsizetype) { return true; });
+    }
+    QCOMPARE(outcome.status, ConsolidatedReport::Status::NotWritten);
+    QVERIFY(!QFile::exists(outcome.path));
+    QVERIFY(outcome.path.endsWith("informe_rigging_20240229_120000.html"_L1));
+    QCOMPARE(outcome.missingDrawings, QStringList());
+    if (!isLink)
+        QCOMPARE(Support::contentOf(planted), QByteArray("another show"));
+}
+
+QTEST_MAIN(TestSharedFolders)
 #include "tst_sharedfolders.moc"
