@@ -9,6 +9,7 @@
 #include "engine/Statics.h"
 #include "io/ConsolidatedReport.h"
 #include "io/HtmlReport.h"
+#include "io/MarkupNames.h"
 #include "io/ProjectFile.h"
 #include "io/RecoveryStore.h"
 
@@ -127,6 +128,19 @@ void printContradictions(const QList<CheckedProject>& projects)
         const QStringList lines = warnings(project).split(u'\n', Qt::SkipEmptyParts);
         for (const QString& line : lines)
             printReason(project.name, line.trimmed());
+    }
+}
+
+/// Names that the report shows as a browser takes them.
+void printMarkupNames(const Input& input)
+{
+    for (const Batch::NamedProject& named : input.projects) {
+        if (const std::optional<QString> name = MarkupNames::first(named.project)) {
+            printReason(named.name,
+                        u"«"_s + Console::shortened(*name)
+                            + u"» es código HTML: el navegador lo toma como tal, y al abrir el informe "
+                              "puede pedir páginas de otros."_s);
+        }
     }
 }
 
@@ -260,6 +274,7 @@ int Batch::report(const CommandLine& options, const Input& input)
 {
     if (input.projects.isEmpty() || wouldSpoil(options, input.projects.size()))
         return FAILED;
+    printMarkupNames(input);
 
     const ConsolidatedReport::Outcome outcome = ConsolidatedReport::write(
         requestOf(input, options.reportFolder), [](qsizetype /*done*/) { return true; });

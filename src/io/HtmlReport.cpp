@@ -39,7 +39,8 @@ tr:nth-child(even) { background-color: #fcfcfc; }
 /// Nothing but the drawings and the styles above: names may hold markup of a stranger.
 const QString POLICY =
     u"<meta http-equiv='Content-Security-Policy' content=\"default-src 'none'; img-src 'self' file: data:; "
-    "style-src 'unsafe-inline'; base-uri 'none'; form-action 'none'\">"_s;
+    "style-src 'unsafe-inline'; frame-src 'none'; connect-src 'none'; base-uri 'none'; form-action 'none'\">"
+    "<meta name='referrer' content='no-referrer'><meta http-equiv='x-dns-prefetch-control' content='off'>"_s;
 
 const QString DISCLAIMER =
     u"<b>ANÁLISIS DE SEGURIDAD (DGUV V17/18):</b><br><br>"

@@ -1,3 +1,4 @@
+#include "io/MarkupNames.h"
 #include "io/ProjectFile.h"
 #include "ui/Boxes.h"
 #include "ui/MainWindow.h"
@@ -60,6 +61,7 @@ std::optional<LoadLogic::ProjectState> MainWindow::readProject(const QString& pa
     const ProjectFile::Content content = ProjectFile::read(path, LoadLogic::CurrentTruss());
     switch (content.failure) {
     case ProjectFile::Failure::None:
+        noticeMarkup({content.project});
         return content.project;
     case ProjectFile::Failure::Unreadable:
         Boxes::say(this, QMessageBox::Critical, u"Error"_s, u"No se pudo leer el archivo."_s);
@@ -86,4 +88,14 @@ void MainWindow::nameCurrentTab(const QString& name)
         return;
     m_tabBar->setTabText(currentProjectIndex, name);
     projects[currentProjectIndex].tabName = name;
+}
+
+void MainWindow::noticeMarkup(const QList<LoadLogic::ProjectState>& opened)
+{
+    for (const LoadLogic::ProjectState& project : opened) {
+        if (const std::optional<QString> name = MarkupNames::first(project)) {
+            keepNotice(Notices::markupName(*name));
+            return;
+        }
+    }
 }

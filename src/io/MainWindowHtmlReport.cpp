@@ -26,6 +26,7 @@ ConsolidatedReport::Outcome writeReport(const ConsolidatedReport::Request& reque
 void MainWindow::onPrintReportClicked()
 {
     const QList<LoadLogic::ProjectState> reported = reportedProjects();
+    noticeMarkup(reported);
     const QString currentTitle =
         isProject(currentProjectIndex) ? m_tabBar->tabText(currentProjectIndex) : u"Sin Nombre"_s;
     const QString folder = QDir::tempPath();

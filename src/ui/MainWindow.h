@@ -248,6 +248,8 @@ private: // files (io/MainWindowFiles.cpp)
     /// Puts `project` into the current tab, as one undo step.
     void replaceProject(const LoadLogic::ProjectState& project);
     void nameCurrentTab(const QString& name);
+    /// Says which name of `opened` the HTML report does not show as it is.
+    void noticeMarkup(const QList<LoadLogic::ProjectState>& opened);
 
 private: // dropped files (MainWindowDrop.cpp)
     void openDroppedFiles(const QStringList& paths);

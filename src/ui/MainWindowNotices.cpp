@@ -216,10 +216,10 @@ void MainWindow::answerNotice()
         break;
     case Notice::Kind::DraggedTabs:
     case Notice::Kind::UnlistedFile:
+    case Notice::Kind::Names:
         dropNotice(notice.id);
         break;
     case Notice::Kind::Recovery:
-    case Notice::Kind::Names:
         emit noticePicked(notice.id);
         break;
     }

@@ -140,6 +140,7 @@ QList<Notice> editedLoad(const ProjectState& project)
 
 const QString Notices::DRAGGED_TABS = u"tabs"_s;
 const QString Notices::UNLISTED_FILE = u"file"_s;
+const QString Notices::NAMES = u"names"_s;
 
 Notice::Urgency Notice::urgency() const
 {
@@ -212,6 +213,14 @@ std::optional<Notice> Notices::savedFile(const QString& fileName)
     return Notice{Kind::UnlistedFile, UNLISTED_FILE,
                   u"«%1» se guardó sin la extensión .rig: ABRIR no lo mostrará en su lista."_s.arg(
                       shortName(fileName))};
+}
+
+Notice Notices::markupName(const QString& name)
+{
+    return {Kind::Names, NAMES,
+            u"«%1» es código HTML: el navegador no lo mostrará así en el informe, y al abrirlo puede pedir "
+            u"páginas "
+            "de otros."_s.arg(shortName(name))};
 }
 
 QString Notices::shortName(const QString& name)

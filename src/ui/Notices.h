@@ -52,6 +52,7 @@ namespace Notices
 /// The ids of notices that come and go at an event.
 extern const QString DRAGGED_TABS;
 extern const QString UNLISTED_FILE;
+extern const QString NAMES;
 
 /// What a number field reads, and what the project has instead of it or because of it.
 struct Field
@@ -84,6 +85,8 @@ QList<Notice> of(const Facts& facts);
 Notice draggedTabs();
 /// A file was saved as `fileName`; nothing where the dialog for opening lists such a name.
 std::optional<Notice> savedFile(const QString& fileName);
+/// `name` is markup to a browser.
+Notice markupName(const QString& name);
 /// `name` in one line, shortened in its middle where it is very long.
 QString shortName(const QString& name);
 

@@ -61,6 +61,7 @@ private slots:
     void report_withABadFile_treatsTheOthers();
     void report_ofNothingReadable_writesNothing();
     void report_intoAMissingFolder_exitsWithTwo();
+    void report_withMarkupForAName_tellsItBefore();
     void summaryAndReport_areBothWritten();
     void windowWithoutDisplay_saysSoInOneLine();
     void windowWithoutDisplay_onADesktopPlatform_doesNotAbort_data();
@@ -331,6 +332,21 @@ void TestProgram::report_intoAMissingFolder_exitsWithTwo()
     QCOMPARE(result.code, 2);
     QVERIFY(result.err.contains(u": No se pudo crear el archivo del informe.\n"_s));
     QVERIFY(!result.out.contains(u".html"_s));
+}
+
+void TestProgram::report_withMarkupForAName_tellsItBefore()
+{
+    const QTemporaryDir folder;
+    ProjectState project;
+    project.tabName = u"<b>Gira"_s;
+    const QString file = put(folder, u"gira.rig"_s, ProjectFile::toBytes(project));
+    const Result result = run({u"--informe"_s, u"--salida"_s, folder.path(), file});
+    QCOMPARE(result.code, 0);
+    QCOMPARE(result.err,
+             u"velmora-master: "_s + file
+                 + u": «<b>Gira» es código HTML: el navegador lo toma como tal, y al abrir el informe puede "
+                   "pedir páginas de otros.\n"_s);
+    QCOMPARE(run({u"--resumen"_s, file}).err, QString());
 }
 
 void TestProgram::summaryAndReport_areBothWritten()

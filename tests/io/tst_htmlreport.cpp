@@ -154,8 +154,10 @@ void TestHtmlReport::head_endsWithThePolicyAfterTheStyles()
 {
     const QString html = documentOf({});
     QVERIFY(html.contains(u"</style><meta http-equiv='Content-Security-Policy' content=\"default-src 'none'; "
-                          "img-src 'self' file: data:; style-src 'unsafe-inline'; base-uri 'none'; "
-                          "form-action 'none'\"></head>"_s));
+                          "img-src 'self' file: data:; style-src 'unsafe-inline'; frame-src 'none'; "
+                          "connect-src 'none'; base-uri 'none'; form-action 'none'\">"
+                          "<meta name='referrer' content='no-referrer'>"
+                          "<meta http-equiv='x-dns-prefetch-control' content='off'></head>"_s));
     QVERIFY(html.startsWith(u"\n<html><head><meta charset='UTF-8'><style>"_s));
 }
 

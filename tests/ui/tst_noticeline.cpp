@@ -1,4 +1,7 @@
+#include "io/ProjectFile.h"
+#include "support/Browser.h"
 #include "support/Dialogs.h"
+#include "support/TemporaryDirectory.h"
 #include "support/Window.h"
 #include "ui/ContrastDialog.h"
 #include "ui/NoticeLine.h"
@@ -72,6 +75,8 @@ private slots:
     void draggedTabs_areKnownAfterOneIsClosed();
     void draggedTabs_goWithAClick();
     void savedFile_comesAndGoes();
+    void markupInANewProject_isToldUntilTheClick();
+    void markupInAnyTab_isToldBeforeTheReport();
     void strangeNotice_isHandedOn();
 
 private:
@@ -443,6 +448,36 @@ void TestNoticeLine::savedFile_comesAndGoes()
     QTRY_COMPARE(shown(), u"«gira» se guardó sin la extensión .rig: ABRIR no lo mostrará en su lista."_s);
     QVERIFY(save(u"gira.rig"_s));
     QTRY_VERIFY(m_line->isHidden());
+}
+
+void TestNoticeLine::markupInANewProject_isToldUntilTheClick()
+{
+    const QTemporaryDir folder;
+    const QString text = u"«<b>Gira» es código HTML: el navegador no lo mostrará así en el informe, y al "
+                         "abrirlo puede pedir páginas de otros."_s;
+    ProjectState project = LoadLogic::Snapshot();
+    QVERIFY(ProjectFile::write(folder.filePath(u"gira.rig"_s), project));
+    QVERIFY(m_bench->window.openProjectFile(folder.filePath(u"gira.rig"_s)));
+    project.motors[0].modelName = u"<b>Gira"_s;
+    QVERIFY(ProjectFile::write(folder.filePath(u"ajena.rig"_s), project));
+    QVERIFY(m_bench->window.openProjectFile(folder.filePath(u"ajena.rig"_s)));
+    QTRY_COMPARE(shown(), text);
+    QCOMPARE(m_line->notices().size(), 1);
+    m_line->activate();
+    QTRY_VERIFY(m_line->isHidden());
+}
+
+void TestNoticeLine::markupInAnyTab_isToldBeforeTheReport()
+{
+    const Support::TemporaryDirectory folder;
+    const Support::Browser browser;
+    LoadLogic::MotorList[0].modelName = u"<b>Gira"_s;
+    m_bench->window.onAddTab();
+    m_bench->tabBar()->setCurrentIndex(1);
+    const Support::BoxAnswer box(QMessageBox::Ok);
+    m_bench->window.onPrintReportClicked();
+    QVERIFY(box.given());
+    QTRY_VERIFY(shown().startsWith(u"«<b>Gira» es código HTML"_s));
 }
 
 void TestNoticeLine::strangeNotice_isHandedOn()
