@@ -33,8 +33,8 @@ QString record(const QStringList& contents)
 
 } // namespace
 
-Csv::Csv(const QStringList& columns)
-    : m_columns(columns)
+Csv::Csv(QStringList columns)
+    : m_columns(std::move(columns))
 {
 }
 

@@ -11,7 +11,7 @@ class Csv
 {
 public: // construction
     /// A table with these headings, whose cells are set by them.
-    explicit Csv(const QStringList& columns);
+    explicit Csv(QStringList columns);
 
 public: // commands
     /// Appends a record. A column that `cells` do not hold stays empty; one that is not in the table

@@ -194,7 +194,7 @@ void ScenePainter::drawLoad(const ActiveLoad& load)
         {x - g.scaled(15), y + g.scaled(5)}, {x + g.scaled(15), y + g.scaled(5)}, {x, y + g.scaled(30)}};
     painter.drawPolygon(triangle, 3, Qt::OddEvenFill);
 
-    const int left = x - g.scaled(TrussGeometry::LOAD_LABEL_WIDTH / 2);
+    const int left = x - g.scaled(TrussGeometry::LOAD_LABEL_WIDTH / 2.0);
     const int width = g.scaled(TrussGeometry::LOAD_LABEL_WIDTH);
     painter.setPen(c.ink);
     painter.setFont(c.nameFont);

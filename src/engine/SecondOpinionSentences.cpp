@@ -222,31 +222,31 @@ QStringList nonEmpty(const QString& text)
 
 } // namespace
 
-QStringList SecondOpinionText::sentences(const Opinion& asGiven)
+QStringList SecondOpinionText::sentences(const Opinion& opinion)
 {
-    const Opinion opinion = withDistinctTitles(asGiven);
-    const auto oneSlack = [&opinion](const MotorOpinion& told) { return oneSlackText(opinion, told); };
-    QStringList texts = nonEmpty(stateText(opinion));
-    texts += forEachMotor(opinion, levelText);
-    texts += forEachMotor(opinion, slackText);
-    if (opinion.state == State::Level)
-        texts += forEachMotor(opinion, indispensableText);
-    texts += forEachMotor(opinion, oneSlack);
-    texts += trussTexts(opinion);
-    texts += closeTexts(opinion);
-    if (opinion.fitsAnyLevelling())
+    const Opinion named = withDistinctTitles(opinion);
+    const auto oneSlack = [&named](const MotorOpinion& told) { return oneSlackText(named, told); };
+    QStringList texts = nonEmpty(stateText(named));
+    texts += forEachMotor(named, levelText);
+    texts += forEachMotor(named, slackText);
+    if (named.state == State::Level)
+        texts += forEachMotor(named, indispensableText);
+    texts += forEachMotor(named, oneSlack);
+    texts += trussTexts(named);
+    texts += closeTexts(named);
+    if (named.fitsAnyLevelling())
         texts += u"Con cualquier nivelado, ningún motor pasa de su capacidad."_s;
-    return texts + forEachMotor(opinion, levellingText);
+    return texts + forEachMotor(named, levellingText);
 }
 
-QStringList SecondOpinionText::contradictions(const Opinion& asGiven)
+QStringList SecondOpinionText::contradictions(const Opinion& opinion)
 {
-    const Opinion opinion = withDistinctTitles(asGiven);
-    const bool isTold = opinion.state == State::Level || opinion.state == State::OneMotor;
+    const Opinion named = withDistinctTitles(opinion);
+    const bool isTold = named.state == State::Level || named.state == State::OneMotor;
     const auto exceeds = [](const MotorOpinion& told) {
         return told.leverVerdict == Verdict::Fits ? levelText(told) : QString();
     };
-    if (!opinion.contradicts())
+    if (!named.contradicts())
         return {};
-    return isTold ? forEachMotor(opinion, exceeds) : nonEmpty(stateText(opinion));
+    return isTold ? forEachMotor(named, exceeds) : nonEmpty(stateText(named));
 }

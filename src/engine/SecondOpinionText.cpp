@@ -74,22 +74,22 @@ Opinion SecondOpinionText::withDistinctTitles(Opinion opinion)
     return opinion;
 }
 
-QString SecondOpinionText::truss(const Opinion& asGiven)
+QString SecondOpinionText::truss(const Opinion& opinion)
 {
-    if (!asGiven.level)
+    if (!opinion.level)
         return {};
-    const Opinion opinion = withDistinctTitles(asGiven);
-    const auto bending = [&opinion](const BeamDiagram::Extremes& extremes) {
-        const std::optional<double> percent = opinion.percent(extremes.moment());
+    const Opinion named = withDistinctTitles(opinion);
+    const auto bending = [&named](const BeamDiagram::Extremes& extremes) {
+        const std::optional<double> percent = named.percent(extremes.moment());
         return u"momento de %1 a %2 kg·m%3, cortante de %4 kg"_s.arg(
             mass(extremes.smallestMoment), mass(extremes.largestMoment),
             percent ? u" ("_s + SecondOpinionText::percent(*percent) + u')' : QString(),
             mass(extremes.shear));
     };
-    QString text = u"Truss bien nivelado: "_s + bending(opinion.level->extremes);
-    if (opinion.oneSlack) {
-        text += u"; con "_s + opinion.motors[*opinion.oneSlackOf].motor.title + u" flojo: "_s
-                + bending(opinion.oneSlack->extremes);
+    QString text = u"Truss bien nivelado: "_s + bending(named.level->extremes);
+    if (named.oneSlack) {
+        text += u"; con "_s + named.motors[*named.oneSlackOf].motor.title + u" flojo: "_s
+                + bending(named.oneSlack->extremes);
     }
     return text + u'.';
 }

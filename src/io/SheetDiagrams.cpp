@@ -17,6 +17,7 @@ using SecondOpinion::Opinion;
 
 /// More columns than the eye tells apart: a line of ten thousand loads is drawn with the extremes of each.
 constexpr int COLUMNS = 600;
+constexpr std::size_t MOST_POINTS = 2400; // four to a column
 /// Room for the title and the figures, in parts of the height.
 constexpr double TOP = 0.16;
 constexpr double BOTTOM = 0.14;
@@ -39,7 +40,7 @@ struct Diagram
 /// First, lowest, highest and last point of each column keep the line's shape.
 std::vector<QPointF> thinned(const std::vector<QPointF>& line, double length)
 {
-    if (line.size() <= 4 * COLUMNS)
+    if (line.size() <= MOST_POINTS)
         return line;
     std::vector<QPointF> thin;
     for (auto begin = line.begin(); begin != line.end();) {

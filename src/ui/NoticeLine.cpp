@@ -197,7 +197,9 @@ void NoticeLine::paintEvent(QPaintEvent* /*event*/)
     const QString text =
         lines > 1 ? metrics.elidedText(shown().text, Qt::ElideRight, area.width() * lines * 19 / 20)
                   : metrics.elidedText(shown().text, Qt::ElideRight, area.width());
-    painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft | (lines > 1 ? Qt::TextWordWrap : 0), text);
+    const int alignment = Qt::AlignVCenter | Qt::AlignLeft;
+    const int flags = lines > 1 ? alignment | static_cast<int>(Qt::TextWordWrap) : alignment;
+    painter.drawText(area, flags, text);
     paintCounter(painter);
 }
 

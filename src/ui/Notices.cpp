@@ -219,13 +219,12 @@ Notice Notices::markupName(const QString& name)
 {
     return {Kind::Names, NAMES,
             u"«%1» es código HTML: el navegador no lo mostrará así en el informe, y al abrirlo puede pedir "
-            u"páginas "
-            "de otros."_s.arg(shortName(name))};
+            "páginas de otros."_s.arg(shortName(name))};
 }
 
 QString Notices::shortName(const QString& name)
 {
-    const QString line = name.simplified();
+    QString line = name.simplified();
     if (line.length() <= LONGEST_NAME)
         return line;
     QString head = line.left(LONGEST_NAME / 2);
