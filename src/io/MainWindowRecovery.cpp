@@ -26,8 +26,8 @@ void MainWindow::keepRecovery(const QString& folder)
 {
     const RecoveryStore store(folder);
     store.removeOld();
-    m_recovery.reset(
-        new RecoveryDesk{store, {folder, QCoreApplication::applicationVersion()}, store.notice(), false});
+    m_recovery.reset(new RecoveryDesk{
+        folder, store, {folder, QCoreApplication::applicationVersion()}, store.notice(), false});
     connect(blinkTimer, &QTimer::timeout, this, &MainWindow::lookForWork);
     onKey(Qt::Key_F9, [this] { recover(RecoveryChoice::Unclosed); });
     connect(this, &MainWindow::noticePicked, this, [this](const QString& id) {
@@ -125,8 +125,9 @@ void MainWindow::recover(RecoveryChoice choice)
 {
     if (!m_recovery)
         return;
-    const QList<RecoveryEntry> entries =
+    QList<RecoveryEntry> entries =
         RecoveryList::of(m_recovery->keeper.kept(), m_recovery->store.left(), choice);
+    entries += RecoveryList::copiesIn(m_recovery->folder);
     m_recovery->store.markSeen();
     m_recovery->notice.reset();
     tellRecovery();

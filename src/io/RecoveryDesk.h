@@ -6,6 +6,7 @@
 /// What the window has for recovery, once it is switched on.
 struct RecoveryDesk
 {
+    QString folder;
     RecoveryStore store;
     RecoveryKeeper keeper;
     std::optional<QString> notice;     ///< about work of earlier sessions, until it was shown

@@ -1,8 +1,12 @@
 #include "io/RecoveryList.h"
 
+#include "io/ProjectFile.h"
 #include "io/RecoveryProject.h"
+#include "io/SafeFile.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSet>
 
 #include <algorithm>
@@ -89,6 +93,24 @@ QList<RecoveryEntry> RecoveryList::of(const QList<KeptProject>& kept, const QLis
         const bool isChosen =
             choice == RecoveryChoice::Last ? one == last : one->state == SessionFile::State::Open;
         entries.append(entriesOf(*one, isChosen));
+    }
+    return entries;
+}
+
+QList<RecoveryEntry> RecoveryList::copiesIn(const QString& folder)
+{
+    static const QRegularExpression name(u"^(.+)\\.[0-9a-f]{1,16}$"_s);
+    QList<RecoveryEntry> entries;
+    const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files | QDir::Hidden, QDir::Time);
+    for (const QFileInfo& file : files) {
+        const QRegularExpressionMatch match = name.match(file.fileName());
+        if (!match.hasMatch() || !SafeFile::isOwnFile(file.filePath()))
+            continue;
+        const ProjectFile::Content content = ProjectFile::read(file.filePath());
+        if (content.failure == ProjectFile::Failure::None) {
+            entries.append({content.project, file.lastModified(),
+                            u"Copia de «%1» de antes de guardar"_s.arg(match.captured(1))});
+        }
     }
     return entries;
 }

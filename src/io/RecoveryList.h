@@ -28,6 +28,10 @@ namespace RecoveryList
 QList<RecoveryEntry> of(const QList<KeptProject>& kept, const QList<RecoveryStore::Left>& left,
                         RecoveryChoice choice);
 
+/// What project files held before they were written in place, where that was never finished: the copies that
+/// `SafeFile::save` has left in `folder`. Newest first; nothing of them is chosen.
+QList<RecoveryEntry> copiesIn(const QString& folder);
+
 /// The loads that hang by themselves, and the screens, each of which is one however many segments it has.
 struct Count
 {

@@ -1,7 +1,10 @@
 #include "engine/Edits.h"
+#include "io/ProjectFile.h"
 #include "io/RecoveryList.h"
+#include "support/Files.h"
 #include "support/Sessions.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -22,6 +25,7 @@ private slots:
     void theLastSession_isChosen();
     void unreadableFiles_areNamed();
     void aScreen_countsAsOne();
+    void copiesOfUnfinishedSaving_areListed();
 };
 
 namespace
@@ -115,6 +119,22 @@ void TestRecoveryList::aScreen_countsAsOne()
     const RecoveryList::Count count = RecoveryList::count(project.loads);
     QCOMPARE(count.loads, 1);
     QCOMPARE(count.screens, 2);
+}
+
+void TestRecoveryList::copiesOfUnfinishedSaving_areListed()
+{
+    const QTemporaryDir folder;
+    const QByteArray project = ProjectFile::toBytes(workOf(u"Gira"_s));
+    Support::put(folder.filePath(u"gira.rig.0123456789abcdef"_s), project);
+    Support::put(folder.filePath(u"gira.rig"_s), project);
+    Support::put(folder.filePath(u"gira.rig.ABC"_s), project);
+    Support::put(folder.filePath(u"otra.rig.1f"_s), "medio");
+    QVERIFY(QFile::link(folder.filePath(u"gira.rig"_s), folder.filePath(u"enlace.rig.2f"_s)));
+    const QList<RecoveryEntry> entries = RecoveryList::copiesIn(folder.path());
+    QCOMPARE(summary(entries), QStringList{u"Gira: Copia de «gira.rig» de antes de guardar"_s});
+    QVERIFY(entries.constFirst().isReadable);
+    QCOMPARE(entries.constFirst().project.loads.size(), workOf(u"Gira"_s).loads.size());
+    QVERIFY(RecoveryList::copiesIn(folder.filePath(u"ninguna"_s)).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestRecoveryList)

@@ -113,6 +113,7 @@ private slots:
     void usualEnd_isNotTold();
     void recoverLast_ticksTheLastSession();
     void unreadableFiles_cannotBeTicked();
+    void copiesOfUnfinishedSaving_comeBack();
     void aFullDisk_isTold();
     void namesOfHostileProjects_arePlainText();
 
@@ -437,6 +438,22 @@ void TestWindowRecovery::unreadableFiles_cannotBeTicked()
     QVERIFY(!answer.mayOpen);
     QCOMPARE(answer.rows.at(0).at(0), path);
     QCOMPARE(answer.rows.at(0).constLast(), u"El archivo está dañado."_s);
+}
+
+void TestWindowRecovery::copiesOfUnfinishedSaving_comeBack()
+{
+    keep();
+    m_bench->hangLoad(1.0F, 3.0F);
+    Support::put(m_folder->filePath(u"gira.rig.0123456789abcdef"_s),
+                 ProjectFile::toBytes(LoadLogic::Snapshot()));
+    const ListAnswer answer({0});
+    m_bench->window.recover(RecoveryChoice::Last);
+    QVERIFY(answer.given());
+    QCOMPARE(answer.rows.size(), 1);
+    QVERIFY(answer.ticked.isEmpty());
+    QCOMPARE(answer.rows.at(0).constLast(), u"Copia de «gira.rig» de antes de guardar"_s);
+    QCOMPARE(m_bench->tabBar()->count(), 2);
+    QCOMPARE(LoadLogic::ActiveLoads.size(), 1);
 }
 
 void TestWindowRecovery::aFullDisk_isTold()
