@@ -5,17 +5,6 @@ set -euo pipefail
 # shellcheck source=tools/lib.sh
 . "$(dirname -- "$(readlink -f -- "$0")")/tools/lib.sh"
 
-# Compiles as Debian does (stack protector, read-only relocations …), for the first configuration.
-use_debian_flags()
-{
-    command -v dpkg-buildflags >/dev/null || return 0
-    local flags
-    # fixfilepath writes the folder into the flags, where a blank in its name breaks them
-    flags=$(DEB_BUILD_MAINT_OPTIONS="hardening=+all reproducible=-fixfilepath" \
-        DEB_CXXFLAGS_MAINT_STRIP=-g dpkg-buildflags --export=sh)
-    eval "$flags"
-}
-
 # Dates inside the packages are that of the last commit: the same source gives the same bytes.
 use_commit_date()
 {
@@ -26,7 +15,6 @@ use_commit_date()
 
 need_packages "${velmora_program_packages[@]}" dpkg-dev file
 lock_build
-use_debian_flags
 use_commit_date
 build package
 

@@ -37,6 +37,11 @@ install(FILES "${PROJECT_SOURCE_DIR}/resources/tipo-rig.svg"
     RENAME application-x-velmora-rig.svg
 )
 
+# what it is made of
+set(bill velmora-master.cdx.json)
+configure_file(${bill}.in ${bill} @ONLY)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${bill}" DESTINATION share/doc/velmora-master)
+
 # command line
 install(FILES velmora-master.bash-completion
     DESTINATION share/bash-completion/completions

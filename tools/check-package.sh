@@ -70,6 +70,7 @@ check_metadata()
     quietly "AppStream metadata" appstreamcli validate --no-net \
         "$share/metainfo/com.velmora.velmora_master.metainfo.xml"
     silently "file type is well formed" xmllint --noout --nonet "$share/mime/packages/velmora-master.xml"
+    quietly "bill of materials" python3 -m json.tool "$share/doc/velmora-master/velmora-master.cdx.json"
     ! grep -qF '*.json' "$share/mime/packages/velmora-master.xml" || fail "FAILED: claims *.json"
     for man in man1 es/man1; do
         man --warnings -E UTF-8 -l "$share/man/$man/velmora-master.1.gz" \
@@ -215,13 +216,15 @@ check_unpacked()
 }
 
 need_packages "${velmora_program_packages[@]}" desktop-file-utils appstream libxml2-utils man-db \
-    lintian xvfb xdotool x11-utils shared-mime-info libglib2.0-bin
+    lintian python3 xvfb xdotool x11-utils shared-mime-info libglib2.0-bin
 [[ ${1:-} == --built ]] || "$velmora_root/package.sh"
 packages=$velmora_root/build/package
 deb=("$packages"/velmora-master_*.deb)
 archive=("$packages"/velmora-master-*.tar.gz)
 mkdir -- "$scratch/home" "$scratch/unpacked" "$scratch/root"
 start_display
+quietly "hardening" "$velmora_root/tools/hardening.sh" "$packages/bin/velmora-master" \
+    "$packages/compile_commands.json"
 
 say "--- ${archive[0]##*/}"
 tar -xzf "${archive[0]}" -C "$scratch/unpacked" --strip-components=1

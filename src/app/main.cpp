@@ -11,9 +11,12 @@
 #include <QApplication>
 #include <QFile>
 #include <QLoggingCategory>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <algorithm>
+#include <array>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -61,11 +64,38 @@ int summarize(const CommandLine& options, const Batch::Input& input, int& argc, 
     return Batch::summarize(options, input);
 }
 
+/// The folder of a desktop session, where there is none: the application object would make one among the
+/// temporary files and leave it there.
+class SessionFolder
+{
+public: // construction
+    SessionFolder()
+    {
+        if (!qEnvironmentVariableIsEmpty(NAME))
+            return;
+        m_folder.emplace();
+        if (m_folder->isValid())
+            qputenv(NAME, QFile::encodeName(m_folder->path()));
+    }
+    ~SessionFolder()
+    {
+        if (m_folder)
+            qunsetenv(NAME);
+    }
+    SessionFolder(const SessionFolder&) = delete;
+    SessionFolder& operator=(const SessionFolder&) = delete;
+
+private: // data
+    static constexpr const char* NAME = "XDG_RUNTIME_DIR";
+    std::optional<QTemporaryDir> m_folder;
+};
+
 /// What is painted, by `work`, without a window.
 int paint(int (*work)(const CommandLine&, const Batch::Input&), const CommandLine& options,
           const Batch::Input& input, int& argc, char* argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    const SessionFolder session;
     Appearance::chooseStyle();
     // The application object looks for the folders of a desktop session, and warns where there is none.
     QLoggingCategory::setFilterRules(u"default.warning=false"_s);
@@ -86,6 +116,18 @@ int runBatch(const CommandLine& options, int& argc, char* argv[])
     if (options.sheet)
         code = std::max(code, paint(SheetBatch::write, options, input, argc, argv));
     return code;
+}
+
+/// Whether so many files can be opened as any work takes: Qt ends a program that finds none left.
+bool canOpenFiles()
+{
+    constexpr int ENOUGH = 16;
+    const QString empty = u"/dev/null"_s;
+    std::array<QFile, ENOUGH> files;
+    return !QFile::exists(empty) || std::all_of(files.begin(), files.end(), [&empty](QFile& file) {
+        file.setFileName(empty);
+        return file.open(QIODevice::ReadOnly);
+    });
 }
 
 /// What a window would show, told without one.
@@ -147,6 +189,10 @@ int main(int argc, char* argv[])
         return tell(CommandLine::usage());
     if (options.version)
         return tell(u"Velmora Master "_s + CommandLine::versionNumber() + u'\n');
+    if (!canOpenFiles()) {
+        Console::printError(u"velmora-master: No se pueden abrir bastantes archivos (ulimit -n)."_s);
+        return Batch::FAILED;
+    }
     if (options.isBatch())
         return runBatch(options, noArguments, argv);
     if (!hasDisplay())

@@ -62,6 +62,8 @@ private slots:
     void report_ofNothingReadable_writesNothing();
     void report_intoAMissingFolder_exitsWithTwo();
     void report_withMarkupForAName_tellsItBefore();
+    void report_withoutASessionFolder_leavesNone();
+    void tooFewFiles_areToldAtOnce();
     void summaryAndReport_areBothWritten();
     void windowWithoutDisplay_saysSoInOneLine();
     void windowWithoutDisplay_onADesktopPlatform_doesNotAbort_data();
@@ -347,6 +349,38 @@ void TestProgram::report_withMarkupForAName_tellsItBefore()
                  + u": «<b>Gira» es código HTML: el navegador lo toma como tal, y al abrir el informe puede "
                    "pedir páginas de otros.\n"_s);
     QCOMPARE(run({u"--resumen"_s, file}).err, QString());
+}
+
+void TestProgram::report_withoutASessionFolder_leavesNone()
+{
+    const QTemporaryDir folder;
+    QProcessEnvironment environment = withoutDisplay();
+    environment.insert(u"TMPDIR"_s, folder.path());
+    for (const QString& option : {u"--informe"_s, u"--memoria"_s}) {
+        const Result result = run({option, EXAMPLES + u"pantalla.rig"_s}, environment);
+        QCOMPARE(result.code, 0);
+        QCOMPARE(result.err, QString());
+    }
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+}
+
+// With a handful Qt would end the program, and whoever called it would take that for a crash.
+void TestProgram::tooFewFiles_areToldAtOnce()
+{
+#ifdef Q_OS_UNIX
+    for (const int files : {5, 6, 10}) {
+        QProcess shell;
+        shell.setProcessEnvironment(withoutDisplay());
+        shell.start(u"sh"_s, {u"-c"_s, u"ulimit -n \"$1\"; exec \"$2\" --informe \"$3\""_s, u"sh"_s,
+                              QString::number(files), QStringLiteral(VELMORA_EXECUTABLE),
+                              EXAMPLES + u"pantalla.rig"_s});
+        QVERIFY(shell.waitForFinished());
+        QCOMPARE(shell.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(shell.exitCode(), 2);
+        QCOMPARE(QString::fromUtf8(shell.readAllStandardError()),
+                 u"velmora-master: No se pueden abrir bastantes archivos (ulimit -n).\n"_s);
+    }
+#endif
 }
 
 void TestProgram::summaryAndReport_areBothWritten()
