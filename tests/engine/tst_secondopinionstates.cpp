@@ -342,7 +342,7 @@ void SecondOpinionStatesTest::usedUpWork_isNotConverged()
 {
     Layout layout = Shows::show(18.0, 0.0, {0.0, 6.0, 12.0, 18.0}, {{3.0, 320.0}});
     layout.tableDeflection = 10.0;
-    for (const std::size_t work : {0, 3, 4, 8, 12, 20, 23}) {
+    for (const std::size_t work : {0U, 3U, 4U, 8U, 12U, 20U, 23U}) {
         const Opinion opinion = SecondOpinion::of(layout, work);
         QCOMPARE(opinion.state, State::NotConverged);
         QVERIFY(tellsNothingSolved(opinion));
