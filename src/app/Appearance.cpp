@@ -42,8 +42,8 @@ const QString WIDGET_STYLE =
 QPalette darkPalette()
 {
     const QColor window(0x12, 0x12, 0x12);
-    QColor accent;
-    accent.setNamedColor(ACCENT_COLOUR ""_s);
+    const QString accentName = ACCENT_COLOUR ""_s;
+    const QColor accent(accentName);
 
     QPalette palette;
     palette.setColor(QPalette::Window, window);
