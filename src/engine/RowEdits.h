@@ -14,16 +14,17 @@ struct RowKey
     int nth = 0; ///< how many records before it in the list have the same id
 };
 
+/// Keys are compared, and looked up in sets, by both of their numbers.
 inline bool operator==(const RowKey& a, const RowKey& b)
 {
     return a.id == b.id && a.nth == b.nth;
 }
-
+/// The opposite.
 inline bool operator!=(const RowKey& a, const RowKey& b)
 {
     return !(a == b);
 }
-
+/// For sets of keys.
 inline size_t qHash(const RowKey& key, size_t seed = 0)
 {
     return qHashMulti(seed, key.id, key.nth);
