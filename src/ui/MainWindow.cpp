@@ -8,6 +8,7 @@
 #include "ui/FieldPaste.h"
 #include "ui/FieldPointer.h"
 #include "ui/FocusRing.h"
+#include "ui/ListDialog.h"
 #include "ui/PanelSync.h"
 #include "ui/ProjectDescription.h"
 
@@ -73,9 +74,13 @@ MainWindow::MainWindow(QWidget* parent)
     sizeToScreen();
 }
 
-MainWindow::~MainWindow() = default;
+// The list asks for the project when it comes to the front, as it may while this window goes.
+MainWindow::~MainWindow()
+{
+    delete m_list;
+}
 
-void MainWindow::onKey(Qt::Key key, const std::function<void()>& act)
+void MainWindow::onKey(QKeyCombination key, const std::function<void()>& act)
 {
     auto* action = new QAction(this);
     action->setShortcut(key);
