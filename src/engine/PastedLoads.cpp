@@ -142,6 +142,12 @@ bool isAmbiguous(const QString& number)
     return thousands.match(number).hasMatch();
 }
 
+/// The name in `cell` as a field for names takes it: in one line.
+QString nameFrom(const QString& cell)
+{
+    return QString(cell).replace(u'\n', u' ').replace(u'\r', u' ').trimmed();
+}
+
 /// One row, and what is wrong with it.
 class RowReader
 {
@@ -166,7 +172,7 @@ public: // queries
         load.mass = *mass;
         load.positionX = *position;
         load.type = u"Audio"_s;
-        if (const QString name = m_cells.at(NAME_COLUMN).trimmed(); !name.isEmpty())
+        if (const QString name = nameFrom(m_cells.at(NAME_COLUMN)); !name.isEmpty())
             load.name = name;
         return load;
     }

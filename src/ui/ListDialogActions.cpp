@@ -171,9 +171,13 @@ qsizetype ListDialog::addRows(ListTable* table, const RowEdits::Change& change)
     return added.size();
 }
 
+// Screen readers are told once what stays as it is while someone types.
 void ListDialog::say(const QString& text)
 {
+    const bool isNew = !text.isEmpty() && text != m_words->text();
     m_words->setText(text);
+    if (!isNew)
+        return;
     QAccessibleEvent alert(m_words, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }

@@ -6,6 +6,7 @@
 #include "ui/ListTable.h"
 
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLocale>
 
@@ -34,6 +35,7 @@ private slots:
     void dialog_followsTheProject();
     void dialog_followsOnlyWhileOpen();
     void dragOnTheCanvas_isFollowed();
+    void drag_isFollowedNowAndThen();
     void motorDraggedPastAnother_staysSelected();
     void otherTab_isFollowed();
     void typedMass_isOneStep();
@@ -69,6 +71,7 @@ private slots:
     void numbersThatAreNotFinite_areShown();
     void manyLoads_openAtOnce();
     void manyLoads_areSelectedAndDuplicatedAtOnce();
+    void windowWithAnOpenEditor_goes();
     void everything_isReachedByTheTabKey();
     void spaceKey_selects();
     void widgets_haveNames();
@@ -323,6 +326,24 @@ void TestList::dragOnTheCanvas_isFollowed()
     QTRY_COMPARE(text(loads(), 0, ListRows::LoadPosition), u"0.00m"_s);
     QCOMPARE(selectedRows(loads()), QList<int>({0}));
     QCOMPARE(m_bench->undoDepth(), 1);
+}
+
+void TestList::drag_isFollowedNowAndThen()
+{
+    open();
+    QTest::qWait(150);
+    int followed = 0;
+    connect(loads()->model(), &QAbstractItemModel::dataChanged, m_dialog, [&followed] { ++followed; });
+    QElapsedTimer drag;
+    drag.start();
+    for (int step = 0; step < 100; ++step) {
+        LoadLogic::ActiveLoads[0].positionX += 0.01F;
+        m_bench->window.edited();
+        QCoreApplication::processEvents();
+    }
+    const qint64 times = drag.elapsed() / 100 + 1; // at most every 100 ms
+    QVERIFY2(followed <= times, qPrintable(QString::number(followed)));
+    QTRY_COMPARE(text(loads(), 0, ListRows::LoadPosition), u"-3.00m"_s);
 }
 
 void TestList::motorDraggedPastAnother_staysSelected()
@@ -840,6 +861,16 @@ void TestList::manyLoads_areSelectedAndDuplicatedAtOnce()
     QCOMPARE(LoadLogic::ActiveLoads.size(), 5'003);
     const qint64 elapsed = timer.elapsed();
     QVERIFY2(elapsed < 2000 * Support::slowness(), qPrintable(QString::number(elapsed) + u" ms"_s));
+}
+
+void TestList::windowWithAnOpenEditor_goes()
+{
+    open();
+    click(loads(), 0, ListRows::LoadMass);
+    QTest::keyClick(loads(), Qt::Key_F2);
+    QTest::keyClicks(editorOf(loads()), u"9"_s);
+    m_bench.reset();
+    QCOMPARE(LoadLogic::ActiveLoads.at(0).mass, 300.0F);
 }
 
 void TestList::everything_isReachedByTheTabKey()
