@@ -43,6 +43,12 @@ public: // commands
     }
 
 private: // helpers
+    /// The null character behind the end.
+    [[nodiscard]] QChar charAt(qsizetype at) const
+    {
+        return at < m_text.size() ? m_text.at(at) : QChar();
+    }
+
     void take(QChar c)
     {
         if (m_isQuoted)
@@ -62,7 +68,7 @@ private: // helpers
     {
         if (c != u'"')
             m_cell += c;
-        else if (m_text.mid(m_at + 1, 1) == "\""_L1)
+        else if (charAt(m_at + 1) == u'"')
             m_cell += m_text.at(++m_at);
         else
             m_isQuoted = false;
@@ -75,9 +81,9 @@ private: // helpers
         for (qsizetype at = m_at + 1; at < m_text.size() && m_text.at(at) != u'\t'; ++at) {
             if (m_text.at(at) != u'"')
                 continue;
-            const QString next = m_text.mid(at + 1, 1);
-            if (next != "\""_L1)
-                return next.isEmpty() || next == "\t"_L1 || next == "\n"_L1 || next == "\r"_L1;
+            const QChar next = charAt(at + 1);
+            if (next != u'"')
+                return next.isNull() || next == u'\t' || next == u'\n' || next == u'\r';
             ++at;
         }
         return false;
@@ -98,7 +104,7 @@ private: // helpers
 
     void endLine(QChar c)
     {
-        if (c == u'\r' && m_text.mid(m_at + 1, 1) == "\n"_L1)
+        if (c == u'\r' && charAt(m_at + 1) == u'\n')
             ++m_at;
         endRow();
     }

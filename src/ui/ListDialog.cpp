@@ -208,12 +208,10 @@ bool ListDialog::isTold(const Picked& picked) const
 
 void ListDialog::showPicked(const Picked& picked)
 {
-    for (ListTable* table : {m_motors, m_loads}) {
-        if (table == picked.table)
-            table->selectKeys({picked.key}, picked.key);
-        else
-            table->clearSelection();
-    }
+    m_motors->clearSelection();
+    m_loads->clearSelection();
+    if (picked.table != nullptr)
+        picked.table->selectKeys({picked.key}, picked.key);
 }
 
 void ListDialog::onPicked(ListTable* table)

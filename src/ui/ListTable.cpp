@@ -45,7 +45,7 @@ QString copied(const QModelIndex& index)
     QString text = index.data(Qt::EditRole).toString().simplified();
     if (!text.startsWith(u'"'))
         return text;
-    return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
+    return u'"' + text.replace(u'"', QString(2, u'"')) + u'"';
 }
 
 } // namespace

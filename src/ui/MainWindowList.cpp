@@ -63,7 +63,7 @@ void MainWindow::connectList()
         const qsizetype place = RowEdits::placeOf(LoadLogic::ActiveLoads, key);
         if (place < 0)
             return;
-        const ActiveLoad load = LoadLogic::ActiveLoads.at(place);
+        const ActiveLoad& load = LoadLogic::ActiveLoads.at(place);
         if (Project::isArraySegment(load))
             arrayPicked(load);
         else

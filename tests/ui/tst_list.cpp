@@ -248,9 +248,15 @@ void TestList::selectedSegment_isGrabbedInTheWindow()
     QCOMPARE(LoadLogic::ActiveLoads.size(), 11);
 }
 
+// Two loads that read the same, so that no field tells of the other one.
 void TestList::whatTheWindowSelects_isSelectedHere()
 {
+    LoadLogic::ActiveLoads[1].name = LoadLogic::ActiveLoads.at(2).name;
+    LoadLogic::ActiveLoads[1].mass = LoadLogic::ActiveLoads.at(2).mass;
+    m_bench->window.updateCalculations();
     open();
+    m_bench->window.showLoadProperties(LoadLogic::ActiveLoads.at(1).id);
+    QTRY_COMPARE(selectedRows(loads()), QList<int>({1}));
     m_bench->window.showLoadProperties(LoadLogic::ActiveLoads.at(2).id);
     QTRY_COMPARE(selectedRows(loads()), QList<int>({2}));
     QCOMPARE(loads()->currentIndex().row(), 2);
