@@ -1,5 +1,6 @@
 #include "canvas/MotorDialog.h"
 
+#include "engine/FieldRanges.h"
 #include "engine/Numbers.h"
 
 #include <QDialogButtonBox>
@@ -14,10 +15,10 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-QLineEdit* createField(float value, double bottom, double top, const QString& accessibleName)
+QLineEdit* createField(float value, const FieldRanges::Range& range, const QString& accessibleName)
 {
     auto* field = new QLineEdit(Numbers::general(value));
-    field->setValidator(NumberValidators::createReal(bottom, top, field));
+    field->setValidator(NumberValidators::createReal(range.bottom, range.top, field));
     field->setAccessibleName(accessibleName);
     return field;
 }
@@ -30,8 +31,10 @@ MotorDialog::MotorDialog(const Motor& motor, QWidget* parent)
     setWindowTitle(u"Especificaciones: Motor "_s + QString::number(motor.id));
     m_name = new QLineEdit(motor.modelName);
     m_name->setAccessibleName(u"Nombre o modelo del motor"_s);
-    m_selfWeight = createField(motor.selfWeight, 0.0, 500.0, u"Peso propio del motor en kilogramos"_s);
-    m_capacity = createField(motor.capacity, 100.0, 5000.0, u"Capacidad del motor en kilogramos"_s);
+    m_selfWeight =
+        createField(motor.selfWeight, FieldRanges::MOTOR_WEIGHT, u"Peso propio del motor en kilogramos"_s);
+    m_capacity =
+        createField(motor.capacity, FieldRanges::MOTOR_CAPACITY, u"Capacidad del motor en kilogramos"_s);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

@@ -120,6 +120,14 @@ QString Figures::verdictText(Verdict verdict)
     return u"OK ✅"_s;
 }
 
+QHash<int, int> Figures::arrayNumbers(const QList<ActiveLoad>& loads)
+{
+    QHash<int, int> numbers;
+    for (const auto& [group, array] : collectArrays(loads))
+        numbers.insert(group, array.number);
+    return numbers;
+}
+
 bool Figures::isOverstressed() const
 {
     return !(stress < Limits::FULL_STRESS); // a stress that is not a number is none to trust

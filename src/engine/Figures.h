@@ -3,6 +3,7 @@
 #include "engine/Limits.h"
 #include "engine/Project.h"
 
+#include <QHash>
 #include <QList>
 #include <QString>
 
@@ -68,6 +69,8 @@ public: // construction
 public: // queries
     /// "OK ✅", "EXCESO ESTÁTICO ❌" or "EXCESO DINÁMICO ❌".
     static QString verdictText(Verdict verdict);
+    /// The number that each array of `loads` has here, by its group.
+    static QHash<int, int> arrayNumbers(const QList<ActiveLoad>& loads);
     /// The verdict on the project: "NO APTO (INESTABLE)", "NO APTO" or "APTO".
     [[nodiscard]] QString resultWord() const;
     /// What `resultWord` is followed by: why.

@@ -1,5 +1,6 @@
 #include "ui/LoadPanel.h"
 
+#include "engine/FieldRanges.h"
 #include "engine/Numbers.h"
 #include "ui/NumberField.h"
 
@@ -16,7 +17,7 @@ LoadPanel::LoadPanel()
     m_name = new QLineEdit(u"Carga"_s);
     m_name->setObjectName("loadName"_L1);
     m_name->setAccessibleName(u"Nombre de la carga"_s);
-    m_mass = NumberField::createReal(u"500"_s, u"Masa de la carga en kilogramos"_s, 0.0, 50000.0);
+    m_mass = NumberField::createReal(u"500"_s, u"Masa de la carga en kilogramos"_s, FieldRanges::LOAD_MASS);
     m_mass->setObjectName("loadMass"_L1);
 
     addField(u"Nombre:"_s, m_name);

@@ -8,6 +8,7 @@
 #include "ui/FieldPaste.h"
 #include "ui/FieldPointer.h"
 #include "ui/FocusRing.h"
+#include "ui/ListDialog.h"
 #include "ui/PanelSync.h"
 #include "ui/ProjectDescription.h"
 
@@ -61,7 +62,11 @@ MainWindow::MainWindow(QWidget* parent)
     sizeToScreen();
 }
 
-MainWindow::~MainWindow() = default;
+// The list asks for the project when it comes to the front, as it may while this window goes.
+MainWindow::~MainWindow()
+{
+    delete m_list;
+}
 
 void MainWindow::onKey(const QKeySequence& keys, const std::function<void()>& act)
 {

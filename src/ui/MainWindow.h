@@ -2,6 +2,7 @@
 
 #include "canvas/CanvasHost.h"
 #include "engine/LoadLogic.h"
+#include "engine/RowEdits.h"
 #include "ui/Notices.h"
 
 #include <QList>
@@ -15,6 +16,7 @@
 class ContrastDialog;
 class ControlsGroup;
 class LedGroup;
+class ListDialog;
 class LoadPanel;
 class MotorPanel;
 class NoticeLine;
@@ -109,12 +111,13 @@ public: // screens (MainWindowScreens.cpp)
     /// a negative `x` keeps its centre.
     void updateSelectedLED(float x);
 
-public: // notices and second opinion (MainWindowNotices.cpp)
+public: // notices, second opinion and list (MainWindowNotices.cpp, MainWindowList.cpp)
     /// Says `notice` until it is taken back by its id; it takes the place of one with the same id.
     void keepNotice(const Notice& notice);
     void dropNotice(const QString& id);
-    /// Opens "Contraste de reparto", or brings it to the front.
+    /// Open "Contraste de reparto" or "Lista", or bring it to the front.
     void openContrast();
+    void openList();
 
 public: // files (io/MainWindowFiles.cpp)
     /// Opens the project file at `path` into the current tab; a failure is told in a box.
@@ -208,7 +211,7 @@ private: // start (MainWindow.cpp)
     void startDescribing();
     void sizeToScreen();
 
-private: // notices and second opinion (MainWindowNotices.cpp)
+private: // notices, second opinion and list (MainWindowNotices.cpp, MainWindowList.cpp)
     void startNoticing();
     /// Has the notices and the open dialog follow the project, some time after the last change.
     void scheduleNotices();
@@ -223,6 +226,8 @@ private: // notices and second opinion (MainWindowNotices.cpp)
     void answerNotice();
     void enterField(const QString& objectName);
     void releaseLoad();
+    void connectList();
+    void changeListed(const RowEdits::Change& change);
 
 private: // tabs (MainWindowTabs.cpp)
     void showTabMenu(const QPoint& point);
@@ -301,6 +306,7 @@ private: // data
     QTimer* m_noticeTimer = nullptr;
     NoticeLine* m_noticeLine = nullptr;
     ContrastDialog* m_contrast = nullptr;
+    ListDialog* m_list = nullptr;
     QList<Notice> m_keptNotices;
     MotorPanel* m_motorPanel = nullptr;
     LoadPanel* m_loadPanel = nullptr;

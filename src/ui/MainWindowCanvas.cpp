@@ -64,6 +64,7 @@ void MainWindow::arrayPicked(const LoadLogic::ActiveLoad& segment)
     selectedLoadId = segment.id;
     selectedMotorIndex = -1;
     m_panels->grabSegment(segment.id);
+    scheduleNotices();
 
     const QScopedValueRollback<bool> filling(isRestoring, true);
     m_led->setTexts({Numbers::fixed(segment.screenWidth, 2), Numbers::fixed(segment.screenHeight, 2),

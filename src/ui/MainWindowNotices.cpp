@@ -3,6 +3,7 @@
 #include "engine/ProjectOpinion.h"
 #include "ui/ContrastDialog.h"
 #include "ui/LedGroup.h"
+#include "ui/ListDialog.h"
 #include "ui/LoadPanel.h"
 #include "ui/MainWindow.h"
 #include "ui/MotorPanel.h"
@@ -35,6 +36,11 @@ constexpr int PAINTED = 10;
 /// Narrower than this a screen that is being typed in leaves the hanging one alone [m].
 constexpr float NARROWEST_SCREEN = 0.1F;
 
+bool isOpen(const QWidget* dialog)
+{
+    return dialog != nullptr && dialog->isVisible();
+}
+
 QString textOf(const QWidget* group, const QString& objectName)
 {
     return group->findChild<QLineEdit*>(objectName)->text();
@@ -65,6 +71,7 @@ void MainWindow::startNoticing()
     m_loadPanel->installEventFilter(this);
     onKey(Qt::Key_F8, [this] { openContrast(); });
     onKey(Qt::CTRL | Qt::SHIFT | Qt::Key_P, [this] { onSheetClicked(); });
+    onKey(Qt::CTRL | Qt::Key_L, [this] { openList(); });
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
@@ -88,16 +95,18 @@ void MainWindow::refreshNotices()
     ProjectState solved = LoadLogic::Snapshot();
     solved.tabName = m_tabBar->tabText(currentProjectIndex);
     solved.selectedLoadId = selectedLoadId;
-    const bool follows = m_contrast != nullptr && m_contrast->isVisible();
+    const bool follows = isOpen(m_contrast);
     m_noticeTimer->setInterval(NOTICE_INTERVAL);
-    if (follows) {
+    if (follows || isOpen(m_list))
         restNotices();
+    if (follows)
         m_contrast->prepare(solved);
-    }
     const SecondOpinion::Opinion opinion =
         ProjectOpinion::of(solved, follows ? m_contrast->tableDeflection() : std::nullopt);
     if (follows)
         m_contrast->follow(opinion);
+    if (isOpen(m_list))
+        m_list->follow(solved, selectedMotorIndex);
     m_noticeLine->setNotices(Notices::of({solved, opinion, noticedFields(), m_keptNotices}));
 }
 

@@ -10,6 +10,7 @@ void MainWindow::showMotorProperties(int index)
     selectedMotorIndex = index;
     selectedLoadId = -1;
     m_panels->showMotor(LoadLogic::MotorList.at(index));
+    scheduleNotices();
 }
 
 void MainWindow::showLoadProperties(int id)
@@ -18,6 +19,7 @@ void MainWindow::showLoadProperties(int id)
     selectedMotorIndex = -1;
     if (const LoadLogic::ActiveLoad* load = LoadLogic::FindLoad(id))
         m_panels->showLoad(*load);
+    scheduleNotices();
 }
 
 void MainWindow::hidePropertyPanels()
@@ -25,6 +27,7 @@ void MainWindow::hidePropertyPanels()
     selectedLoadId = -1;
     selectedMotorIndex = -1;
     m_panels->hide();
+    scheduleNotices();
 }
 
 void MainWindow::onMotorPropertyChanged()
@@ -102,4 +105,5 @@ void MainWindow::selectLoad(int id)
     selectedLoadId = id;
     selectedMotorIndex = -1;
     m_panels->selectLoad(LoadLogic::FindLoad(id));
+    scheduleNotices();
 }

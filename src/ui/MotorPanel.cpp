@@ -1,5 +1,6 @@
 #include "ui/MotorPanel.h"
 
+#include "engine/FieldRanges.h"
 #include "engine/Numbers.h"
 #include "ui/NumberField.h"
 
@@ -30,9 +31,11 @@ MotorPanel::MotorPanel()
     m_name = new QLineEdit(u"Motor"_s);
     m_name->setObjectName("motorName"_L1);
     m_name->setAccessibleName(u"Nombre del motor"_s);
-    m_capacity = NumberField::createReal(u"1000"_s, u"Capacidad del motor en kilogramos"_s, 100.0, 5000.0);
+    m_capacity = NumberField::createReal(u"1000"_s, u"Capacidad del motor en kilogramos"_s,
+                                         FieldRanges::MOTOR_CAPACITY);
     m_capacity->setObjectName("motorCapacity"_L1);
-    m_selfWeight = NumberField::createReal(u"50"_s, u"Peso propio del motor en kilogramos"_s, 0.0, 500.0);
+    m_selfWeight =
+        NumberField::createReal(u"50"_s, u"Peso propio del motor en kilogramos"_s, FieldRanges::MOTOR_WEIGHT);
     m_selfWeight->setObjectName("motorSelfWeight"_L1);
 
     addField(u"Nombre:"_s, m_name);

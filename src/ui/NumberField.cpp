@@ -24,6 +24,12 @@ QLineEdit* NumberField::createReal(const QString& text, const QString& accessibl
     return field;
 }
 
+QLineEdit* NumberField::createReal(const QString& text, const QString& accessibleName,
+                                   const FieldRanges::Range& range)
+{
+    return createReal(text, accessibleName, range.bottom, range.top);
+}
+
 QLineEdit* NumberField::createInteger(const QString& text, const QString& accessibleName, int bottom, int top)
 {
     QLineEdit* field = create(text, accessibleName);

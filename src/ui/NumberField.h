@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/FieldRanges.h"
+
 #include <QLineEdit>
 
 /// Makes of a line edit a field for numbers.
@@ -10,6 +12,7 @@ namespace NumberField
 QLineEdit* create(const QString& text, const QString& accessibleName);
 /// As `create`, refusing keystrokes that lead out of `bottom` to `top`, with one decimal.
 QLineEdit* createReal(const QString& text, const QString& accessibleName, double bottom, double top);
+QLineEdit* createReal(const QString& text, const QString& accessibleName, const FieldRanges::Range& range);
 /// As `create`, refusing keystrokes that lead out of the integers `bottom` to `top`.
 QLineEdit* createInteger(const QString& text, const QString& accessibleName, int bottom, int top);
 

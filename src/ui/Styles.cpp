@@ -113,6 +113,11 @@ const QString Styles::CLOSE_BUTTON = u"QPushButton { background-color: #444; col
                                      u"padding: 8px 20px; border-radius: 4px; "
                                      "font-weight: bold; }QPushButton:hover { background-color: #555; }"_s;
 
+/// For a row of many.
+const QString Styles::NARROW_BUTTON =
+    u"QPushButton { background-color: #444; color: white; border: none; padding: 8px 10px; "
+    "border-radius: 4px; font-weight: bold; }QPushButton:hover { background-color: #555; }"_s;
+
 const QString Styles::INFO_CLOSE_BUTTON =
     Styles::CLOSE_BUTTON + u"QPushButton:pressed { background-color: #333; }"_s;
 
@@ -138,6 +143,16 @@ const QString Styles::CONTRAST_TABLE =
     "QHeaderView::section { background-color: #333; color: " ACCENT_COLOUR
     "; font-weight: bold; border: 1px solid "
     "#444; padding: 4px; }QTableWidget::item:selected { background: #3A4A55; }"_s;
+
+/// The current cell has a frame, selected or not: keys act on it.
+const QString Styles::LIST_TABLE =
+    u"QTableView { background-color: #2D2D2D; color: #E0E0E0; border: 1px solid #444; gridline-color: #444; }"
+    "QHeaderView { background-color: #333; }"
+    "QHeaderView::section { background-color: #333; color: " ACCENT_COLOUR
+    "; font-weight: bold; border: 1px solid #444; padding: 4px; }"
+    "QTableView::item:selected { background: #12384A; color: white; }"
+    "QTableView::item:focus { border: 1px solid " ACCENT_COLOUR "; }"
+    "QLineEdit { background-color: #111; color: white; }"_s;
 
 const QString Styles::PLAIN_HEADING = u"color: " ACCENT_COLOUR "; font-size: 14px; font-weight: bold;"_s;
 const QString Styles::PLAIN_TEXT = u"color: #E0E0E0; font-size: 12px;"_s;

@@ -8,6 +8,7 @@
 #include "io/ProjectFile.h"
 #include "ui/DynamicFactorDialog.h"
 #include "ui/InfoWindow.h"
+#include "ui/ListDialog.h"
 #include "ui/MainWindow.h"
 
 #include <QAbstractButton>
@@ -15,6 +16,7 @@
 #include <QFile>
 #include <QGroupBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTableWidget>
@@ -106,6 +108,7 @@ private slots:
     void overhang_isToldAsItIs();
     void guide_namesEveryControlOfTheWindow();
     void guide_namesEveryColumnAndButtonOfTheDialogs();
+    void guide_namesEveryColumnAndButtonOfTheList();
 
 private: // helpers
     struct Element
@@ -386,6 +389,21 @@ void TestGuide::guide_namesEveryColumnAndButtonOfTheDialogs()
             texts.append(button->text());
     }
     QVERIFY(texts.contains(u"CERRAR"_s));
+    QCOMPARE(missing(texts), QStringList());
+}
+
+void TestGuide::guide_namesEveryColumnAndButtonOfTheList()
+{
+    const ListDialog list;
+    QStringList texts{list.windowTitle()};
+    for (const auto* table : list.findChildren<QTableView*>()) {
+        for (int column = 0; column < table->model()->columnCount(); ++column)
+            texts.append(table->model()->headerData(column, Qt::Horizontal).toString());
+    }
+    for (const auto* button : list.findChildren<QPushButton*>())
+        texts.append(button->text());
+    QVERIFY(texts.contains(u"Peso motor (kg)"_s));
+    QVERIFY(texts.contains(u"PEGAR CARGAS"_s));
     QCOMPARE(missing(texts), QStringList());
 }
 
