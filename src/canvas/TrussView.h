@@ -36,6 +36,10 @@ public: // state
     int marginX = 80;        ///< from the widget's edge to a truss end, at scale 1 [px]
     int motorBoxSize = 70;   ///< side of a motor's body, at scale 1 [px]
 
+public: // queries
+    /// Whether something hangs on the pointer.
+    [[nodiscard]] bool isDragging() const;
+
 public: // off-screen rendering
     /// The drawing in the print palette, `width` × `height` [px], at a scale of width / 1000.
     QImage renderToImage(int width, int height);
@@ -69,7 +73,6 @@ private: // drags (TrussViewDrag.cpp)
     void beginMotorDrag(int index);
     void beginLoadDrag(int id, float metres);
     void beginArrayDrag(const LoadLogic::ActiveLoad& segment, float metres);
-    [[nodiscard]] bool isDragging() const;
     void moveMotor(float metres);
     void followMotor();
     void moveLoads(float metres);
@@ -80,7 +83,8 @@ private: // drags (TrussViewDrag.cpp)
 private: // edits (TrussViewEdits.cpp)
     void askMotorPosition(int index);
     void askLoadPosition(qsizetype index);
-    [[nodiscard]] int chooseFrom(const QStringList& entries, QPoint position);
+    [[nodiscard]] int chooseFrom(const QStringList& entries, const QList<QKeySequence>& keys,
+                                 QPoint position);
     void runMotorMenu(int index, QPoint position);
     void runArrayMenu(qsizetype index, QPoint position);
     void runLoadMenu(qsizetype index, QPoint position);

@@ -2,7 +2,6 @@
 
 #include "canvas/TrussView.h"
 #include "engine/Edits.h"
-#include "io/ReportPage.h"
 #include "ui/CutTexts.h"
 #include "ui/FieldKeys.h"
 #include "ui/FieldPaste.h"
@@ -11,13 +10,11 @@
 #include "ui/PanelSync.h"
 #include "ui/ProjectDescription.h"
 
-#include <QAction>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QMessageBox>
 #include <QPointer>
 #include <QScreen>
-#include <QStackedWidget>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -74,22 +71,6 @@ MainWindow::MainWindow(QWidget* parent)
 }
 
 MainWindow::~MainWindow() = default;
-
-void MainWindow::onKey(Qt::Key key, const std::function<void()>& act)
-{
-    auto* action = new QAction(this);
-    action->setShortcut(key);
-    connect(action, &QAction::triggered, this, act);
-    addAction(action);
-}
-
-void MainWindow::leaveOrRelease()
-{
-    if (m_pages->currentWidget() == m_reportPage)
-        onBackToDesignClicked();
-    else
-        releaseLoad();
-}
 
 void MainWindow::startBlinking()
 {

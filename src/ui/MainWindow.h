@@ -194,11 +194,14 @@ private: // set-up (MainWindowSetup.cpp)
     void connectPanels();
     void connectControls();
 
-private: // start (MainWindow.cpp)
-    /// Does `act` on `key` wherever the focus is in this window.
-    void onKey(Qt::Key key, const std::function<void()>& act);
-    /// Leaves the report page; on the design page, the selected load.
+private: // keys (MainWindowKeys.cpp)
+    /// Does `act` on `keys` wherever the focus is in this window.
+    void onKey(const QKeySequence& keys, const std::function<void()>& act);
+    /// Leaves the report page; on the design page, what is selected.
     void leaveOrRelease();
+    void startKeys();
+
+private: // start (MainWindow.cpp)
     void startBlinking();
     /// Lets the canvas tell its project to screen readers, at most five times a second.
     void startDescribing();
