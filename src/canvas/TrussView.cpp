@@ -134,10 +134,9 @@ void TrussView::mouseMoveEvent(QMouseEvent* event)
     if (printMode)
         return;
     const QPoint point = event->position().toPoint();
-    if (draggedMotor != -1)
-        moveMotor(geometry().toMetres(point.x()));
-    else if (isDragging())
-        moveLoads(geometry().toMetres(point.x()));
+    const bool snaps = event->modifiers().testFlag(Qt::AltModifier);
+    if (isDragging())
+        drag(geometry().toMetres(point.x()), snaps ? Grid::Decimetres : Grid::Free);
     else
         setCursor(HitTest::isOverGrip(scene(), geometry(), point) ? Qt::OpenHandCursor : Qt::ArrowCursor);
 }

@@ -1,5 +1,7 @@
 #include "ui/FocusRing.h"
 
+#include "canvas/TrussView.h"
+
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
@@ -25,6 +27,11 @@ bool isFieldOrButton(const QWidget* widget)
 bool isScrolled(const QWidget* widget)
 {
     return qobject_cast<const QAbstractScrollArea*>(widget) != nullptr;
+}
+
+bool isCanvas(const QWidget* widget)
+{
+    return qobject_cast<const TrussView*>(widget) != nullptr;
 }
 
 bool isTabKey(Qt::FocusReason reason)
@@ -67,7 +74,8 @@ void FocusRing::follow(QWidget* focused)
     m_framed = nullptr;
     hide();
     const bool isShown =
-        focused != nullptr && (isFieldOrButton(focused) || (isScrolled(focused) && m_byTabKey));
+        focused != nullptr
+        && (isFieldOrButton(focused) || ((isScrolled(focused) || isCanvas(focused)) && m_byTabKey));
     if (m_window == nullptr || !isShown || focused->isWindow() || focused->window() != m_window)
         return;
     m_framed = focused;

@@ -95,6 +95,7 @@ public: // positions (MainWindowCanvas.cpp)
 
 public: // what the canvas tells (MainWindowCanvas.cpp)
     [[nodiscard]] int selectedLoad() const override;
+    [[nodiscard]] int pickedMotor() const override;
     void motorPicked(int index) override;
     void loadPicked(int id) override;
     void arrayPicked(const LoadLogic::ActiveLoad& segment) override;

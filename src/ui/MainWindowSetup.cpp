@@ -1,3 +1,4 @@
+#include "canvas/CanvasKeys.h"
 #include "canvas/TrussView.h"
 #include "engine/Numbers.h"
 #include "ui/ControlsGroup.h"
@@ -244,6 +245,7 @@ void MainWindow::buildCanvasColumn(QBoxLayout* row)
     m_canvas = new TrussView;
     m_canvas->setMinimumHeight(400);
     layout->addWidget(m_canvas, 1);
+    new CanvasKeys(m_canvas);
 
     auto* report = new QPushButton(u"📊 GENERAR INFORME ESTRUCTURAL"_s);
     report->setAccessibleName(u"Generar informe estructural"_s);

@@ -1,5 +1,6 @@
 # velmora_test(ui NAME) for each tst_NAME.cpp of this folder
 velmora_test(ui accessibility)
+velmora_test(ui canvaskeys)
 velmora_test(ui contrast)
 velmora_test(ui controls)
 velmora_test(ui cuttexts)
