@@ -1,6 +1,7 @@
 # velmora_test(ui NAME) for each tst_NAME.cpp of this folder
 velmora_test(ui accessibility)
 velmora_test(ui canvaskeys)
+velmora_test(ui canvastips)
 velmora_test(ui contrast)
 velmora_test(ui controls)
 velmora_test(ui cuttexts)
@@ -21,4 +22,5 @@ velmora_test(ui shortcuts HEADERS support/Browser.h)
 velmora_test(ui startup)
 velmora_test(ui tabbar)
 velmora_test(ui tabs)
+velmora_test(ui tabwalk)
 velmora_test(ui undo)
