@@ -15,6 +15,8 @@ namespace
 
 /// Closer than this things are drawn over each other [px].
 constexpr int SAME_PLACE = 5;
+/// Of a load's name, the first of its texts, below the truss line [px].
+constexpr int LOAD_NAME_TOP = 75;
 /// Of the grid that a drag can be held to [m].
 constexpr double GRID = 0.1;
 /// What a moved position is rounded to, in parts of a metre.
@@ -30,6 +32,21 @@ bool belongsTo(const CanvasItem& item, const ActiveLoad& load, const Scene& scen
     if (item.kind == Kind::Array)
         return Project::isArraySegment(load) && load.groupId == own.groupId;
     return &own == &load;
+}
+
+/// Where an item is drawn or can be grabbed; apart, for a box around all of a load reaches into its
+/// neighbours.
+QList<QRect> boxesOf(const Scene& scene, const TrussGeometry& g, const CanvasItem& item)
+{
+    if (item.kind == Kind::Motor)
+        return {CanvasItems::area(scene, g, item),
+                g.motorBodyBox(scene.motors.at(item.index), scene.motorBoxSize)};
+    const ActiveLoad& load = scene.loads.at(item.index);
+    if (item.kind == Kind::Array)
+        return {CanvasItems::area(scene, g, item), g.arrayBox(load, item.position)};
+    QRect texts = g.loadLabelBox(load);
+    texts.setTop(g.lineY() + LOAD_NAME_TOP);
+    return {g.loadMenuBox(load), texts, g.loadBodyBox(load)};
 }
 
 /// The loads and arrays of `scene`; an array stands where its first segment does.
@@ -140,13 +157,9 @@ QRect CanvasItems::area(const Scene& scene, const TrussGeometry& geometry, const
 QList<CanvasItem> CanvasItems::at(const Scene& scene, const TrussGeometry& geometry, QPoint point)
 {
     const auto isUnder = [&](const CanvasItem& item) {
-        if (area(scene, geometry, item).contains(point))
-            return true;
-        if (item.kind == Kind::Motor)
-            return geometry.motorBodyBox(scene.motors.at(item.index), scene.motorBoxSize).contains(point);
-        const ActiveLoad& load = scene.loads.at(item.index);
-        return item.kind == Kind::Array ? geometry.arrayBox(load, item.position).contains(point)
-                                        : geometry.loadBodyBox(load).contains(point);
+        const QList<QRect> boxes = boxesOf(scene, geometry, item);
+        return std::any_of(boxes.cbegin(), boxes.cend(),
+                           [point](const QRect& box) { return box.contains(point); });
     };
     QList<CanvasItem> found;
     const QList<CanvasItem> items = of(scene);

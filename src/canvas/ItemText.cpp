@@ -17,6 +17,16 @@ constexpr qsizetype MOST_LINES = 12;
 /// A name from a file may be longer than any screen [characters].
 constexpr qsizetype LONGEST_LINE = 1000;
 
+/// A longer line than this is broken [characters].
+constexpr qsizetype LONGEST_WHOLE_LINE = 100;
+
+/// `text` as a line of a tip. Left to itself, a tip breaks its lines wherever it pleases.
+QString lineOf(const QString& text)
+{
+    return u"<div style='white-space:%1'>%2</div>"_s.arg(
+        text.size() > LONGEST_WHOLE_LINE ? u"pre-wrap"_s : u"pre"_s, text.toHtmlEscaped());
+}
+
 QString kilograms(float mass)
 {
     return Numbers::fixed(mass, 1) + u" kg"_s;
@@ -92,8 +102,8 @@ QString ItemText::tip(const Scene& scene, const QList<CanvasItem>& items)
 {
     QStringList lines;
     for (const CanvasItem& item : items.first(qMin(items.size(), MOST_LINES)))
-        lines.append(of(scene, item).left(LONGEST_LINE).toHtmlEscaped());
+        lines.append(lineOf(of(scene, item).left(LONGEST_LINE)));
     if (items.size() > lines.size())
-        lines.append(u"y %1 más"_s.arg(items.size() - lines.size()));
-    return lines.isEmpty() ? QString() : u"<qt>"_s + lines.join("<br>"_L1) + u"</qt>"_s;
+        lines.append(lineOf(u"y %1 más"_s.arg(items.size() - lines.size())));
+    return lines.join(QString());
 }

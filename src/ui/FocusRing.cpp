@@ -34,6 +34,12 @@ bool isCanvas(const QWidget* widget)
     return qobject_cast<const TrussView*>(widget) != nullptr;
 }
 
+/// Whether the focus only came back, from a dialog or a menu: how it once came still holds.
+bool isReturn(Qt::FocusReason reason)
+{
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
+}
+
 bool isTabKey(Qt::FocusReason reason)
 {
     return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
@@ -95,8 +101,10 @@ void FocusRing::place()
 
 bool FocusRing::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn && watched->isWidgetType())
-        m_byTabKey = isTabKey(static_cast<QFocusEvent*>(event)->reason());
+    if (event->type() == QEvent::FocusIn && watched->isWidgetType()) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        m_byTabKey = isTabKey(reason) || (m_byTabKey && isReturn(reason));
+    }
     const bool moved = event->type() == QEvent::Move || event->type() == QEvent::Resize
                        || event->type() == QEvent::Show || event->type() == QEvent::Hide;
     if (moved && watched == m_framed)

@@ -184,6 +184,9 @@ void TestCanvasKeys::ring_framesTheCanvasForTheTabKeyAlone()
     QVERIFY(ring->isVisible());
     QCOMPARE(ring->framed(), m_bench->canvas());
     QVERIFY(Support::contrast(ring->colour(), QColor(u"#121212"_s)) >= 3.0);
+    m_bench->window.setFocus(Qt::ActiveWindowFocusReason); // as when a dialog is closed
+    m_bench->canvas()->setFocus(Qt::ActiveWindowFocusReason);
+    QVERIFY(ring->isVisible());
     m_bench->button(u"+"_s)->setFocus();
     QTest::mouseClick(m_bench->canvas(), Qt::LeftButton, {}, QPoint(5, 5));
     QVERIFY(m_bench->canvas()->hasFocus());
