@@ -152,9 +152,9 @@ void TrussView::contextMenuEvent(QContextMenuEvent* event)
         return;
     const HitTest::Target target = HitTest::menuTargetAt(scene(), geometry(), event->pos());
     if (const auto* motor = std::get_if<HitTest::MotorBody>(&target))
-        runMotorMenu(motor->index, event->globalPos());
+        runMotorMenu(motor->index, event->globalPos(), OpenedBy::Press);
     else if (const auto* array = std::get_if<HitTest::ArrayBody>(&target))
-        runArrayMenu(array->index, event->globalPos());
+        runArrayMenu(array->index, event->globalPos(), OpenedBy::Press);
     else if (const auto* load = std::get_if<HitTest::LoadBody>(&target))
         runLoadMenu(load->index, event->globalPos());
 }

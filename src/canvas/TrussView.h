@@ -116,14 +116,20 @@ private: // drags (TrussViewDrag.cpp)
     void finishDrag();
 
 private: // edits (TrussViewEdits.cpp)
+    /// What a menu was opened by: the host was told of a press before, of keys it was not.
+    enum class OpenedBy
+    {
+        Press,
+        Keys
+    };
     void askMotorPosition(int index);
     void askLoadPosition(qsizetype index);
     [[nodiscard]] int chooseFrom(const QStringList& entries, const QList<QKeySequence>& keys,
                                  QPoint position);
-    void runMotorMenu(int index, QPoint position);
-    void runArrayMenu(qsizetype index, QPoint position);
+    void runMotorMenu(int index, QPoint position, OpenedBy opened);
+    void runArrayMenu(qsizetype index, QPoint position, OpenedBy opened);
     void runLoadMenu(qsizetype index, QPoint position);
-    void editMotor(const MotorIdentity& motor);
+    void editMotor(const MotorIdentity& motor, OpenedBy opened);
     void removeMotor(const MotorIdentity& motor);
     void removeArray(int groupId);
     void editArray(int groupId);

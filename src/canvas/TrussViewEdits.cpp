@@ -65,7 +65,7 @@ int TrussView::chooseFrom(const QStringList& entries, const QList<QKeySequence>&
         this, entries, position, [this] { finishDrag(); }, keys);
 }
 
-void TrussView::runMotorMenu(int index, QPoint position)
+void TrussView::runMotorMenu(int index, QPoint position, OpenedBy opened)
 {
     const MotorIdentity motor = MotorIdentity::at(LoadLogic::MotorList, index);
     const QPointer<TrussView> self = this;
@@ -74,12 +74,12 @@ void TrussView::runMotorMenu(int index, QPoint position)
     if (self.isNull())
         return;
     if (chosen == 0)
-        editMotor(motor);
+        editMotor(motor, opened);
     else if (chosen == 1)
         removeMotor(motor);
 }
 
-void TrussView::editMotor(const MotorIdentity& motor)
+void TrussView::editMotor(const MotorIdentity& motor, OpenedBy opened)
 {
     const int index = motor.indexIn(LoadLogic::MotorList);
     if (index == -1)
@@ -89,6 +89,8 @@ void TrussView::editMotor(const MotorIdentity& motor)
     const bool accepted = dialog->exec() == QDialog::Accepted;
     if (self.isNull())
         return;
+    if (accepted && opened == OpenedBy::Keys)
+        aboutToEdit();
     const int now = motor.indexIn(LoadLogic::MotorList);
     if (accepted && now != -1)
         dialog->applyTo(LoadLogic::MotorList[now]);
@@ -107,7 +109,7 @@ void TrussView::removeMotor(const MotorIdentity& motor)
     edited();
 }
 
-void TrussView::runArrayMenu(qsizetype index, QPoint position)
+void TrussView::runArrayMenu(qsizetype index, QPoint position, OpenedBy opened)
 {
     const int groupId = LoadLogic::ActiveLoads.at(index).groupId;
     const QPointer<TrussView> self = this;
@@ -115,6 +117,8 @@ void TrussView::runArrayMenu(qsizetype index, QPoint position)
                                   {Qt::Key_Delete}, position);
     if (self.isNull())
         return;
+    if (chosen == 1 && opened == OpenedBy::Keys)
+        aboutToEdit();
     if (chosen == 0)
         removeArray(groupId);
     else if (chosen == 1)

@@ -150,9 +150,9 @@ void TrussView::runSelectedMenu()
     const QRect seen = areaOf(*item).intersected(visibleRegion().boundingRect());
     const QPoint position = mapToGlobal(seen.isEmpty() ? rect().center() : seen.center());
     if (item->kind == CanvasItem::Kind::Motor)
-        runMotorMenu(static_cast<int>(item->index), position);
+        runMotorMenu(static_cast<int>(item->index), position, OpenedBy::Keys);
     else if (item->kind == CanvasItem::Kind::Array)
-        runArrayMenu(item->index, position);
+        runArrayMenu(item->index, position, OpenedBy::Keys);
     else
         runLoadMenu(item->index, position);
 }

@@ -1,4 +1,5 @@
 #include "app/Appearance.h"
+#include "canvas/MotorDialog.h"
 #include "canvas/SelectionFrame.h"
 #include "engine/Arrays.h"
 #include "engine/Numbers.h"
@@ -84,6 +85,7 @@ private slots:
     void delete_takesAway();
     void menuKeys_openTheMenu_data();
     void menuKeys_openTheMenu();
+    void menuByKeys_editsAsOneUndo();
     void menuOfThePlatform_isThatOfTheSelection();
     void escape_selectsNothing();
     void whileDragging_keysDoNothing();
@@ -469,6 +471,31 @@ void TestCanvasKeys::menuKeys_openTheMenu()
     press(static_cast<Qt::Key>(key), Qt::KeyboardModifiers(modifiers));
     QVERIFY(remove.given());
     QCOMPARE(LoadLogic::MotorList.size(), 1);
+}
+
+// By the pointer, the press that opens the menu keeps the step.
+void TestCanvasKeys::menuByKeys_editsAsOneUndo()
+{
+    press(Qt::Key_Home);
+    QTimer typist;
+    connect(&typist, &QTimer::timeout, &typist, [] {
+        if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+            menu->setActiveAction(menu->actions().constFirst());
+            QTest::keyClick(menu, Qt::Key_Return);
+        } else if (auto* dialog = qobject_cast<MotorDialog*>(QApplication::activeModalWidget())) {
+            auto* name = dialog->findChild<QLineEdit*>();
+            name->selectAll();
+            QTest::keyClicks(name, u"D8"_s);
+            dialog->accept();
+        }
+    });
+    typist.start(5);
+    press(Qt::Key_F10);
+    typist.stop();
+    QCOMPARE(LoadLogic::MotorList.constFirst().modelName, u"D8"_s);
+    QCOMPARE(m_bench->undoDepth(), 1);
+    m_bench->window.undo();
+    QCOMPARE(LoadLogic::MotorList.constFirst().modelName, u"Motor"_s);
 }
 
 // Its place is the middle of the widget, where a load hangs.
