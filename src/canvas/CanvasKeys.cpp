@@ -119,8 +119,9 @@ void CanvasKeys::act(const Meaning& meaning)
         m_canvas->runSelectedMenu();
     if (self.isNull())
         return;
+    const bool wasShown = m_frame->isVisible(); // where not, it is told as it appears
     follow();
-    if (std::holds_alternative<Select>(meaning))
+    if (wasShown && std::holds_alternative<Select>(meaning))
         m_frame->announce();
     tellSelected();
 }

@@ -1,6 +1,6 @@
 #include "canvas/SelectionFrame.h"
 
-#include <QAccessibleWidget>
+#include <QAccessible>
 #include <QPainter>
 
 using namespace Qt::StringLiterals;
@@ -13,54 +13,12 @@ constexpr int THICKNESS = 2; // [px]
 
 const QColor LINE(Qt::white);
 
-/// What a screen reader gets of it.
-class Entry : public QAccessibleWidget
-{
-public: // construction
-    explicit Entry(SelectionFrame* frame)
-        : QAccessibleWidget(frame, QAccessible::ListItem)
-        , m_frame(frame)
-    {
-    }
-
-public: // overrides
-    [[nodiscard]] QAccessible::State state() const override
-    {
-        QAccessible::State state = QAccessibleWidget::state();
-        state.focusable = true;
-        state.selectable = true;
-        state.selected = m_frame->isVisible();
-        state.focused = m_frame->isVisible() && m_frame->canvas() != nullptr && m_frame->canvas()->hasFocus();
-        return state;
-    }
-
-private: // data
-    SelectionFrame* m_frame;
-};
-
-QAccessibleInterface* createAccessible(const QString& /*className*/, QObject* object)
-{
-    auto* frame = qobject_cast<SelectionFrame*>(object);
-    return frame == nullptr ? nullptr : new Entry(frame);
-}
-
-/// Makes entries known, once for the process.
-void installEntries()
-{
-    static const bool installed = [] {
-        QAccessible::installFactory(createAccessible);
-        return true;
-    }();
-    Q_UNUSED(installed)
-}
-
 } // namespace
 
 SelectionFrame::SelectionFrame(QWidget* canvas)
     : QWidget(canvas->parentWidget())
     , m_canvas(canvas)
 {
-    installEntries();
     setObjectName("selectionFrame"_L1);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);

@@ -5,8 +5,8 @@
 #include <QWidget>
 
 /// A bright frame around what is selected on a canvas. It lies over the canvas as a sibling, takes no input
-/// and covers nothing but its own line, so that the canvas itself is drawn as ever. To screen readers it is
-/// the entry of a list that has the focus while the canvas has it.
+/// and covers nothing but its own line, so that the canvas itself is drawn as ever. Screen readers get what
+/// is framed by its accessible name.
 class SelectionFrame : public QWidget
 {
     Q_OBJECT

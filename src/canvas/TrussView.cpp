@@ -1,5 +1,6 @@
 #include "canvas/TrussView.h"
 
+#include "canvas/AccessibleCanvas.h"
 #include "canvas/ArrayPainter.h"
 #include "canvas/CanvasHost.h"
 #include "canvas/ScenePainter.h"
@@ -16,6 +17,7 @@ using namespace Qt::StringLiterals;
 TrussView::TrussView(QWidget* parent)
     : QWidget(parent)
 {
+    AccessibleCanvas::install(); // before anything is told of it: what readers get is made but once
     setMinimumHeight(300);
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent); // spares what lies under it a fill of the same pixels

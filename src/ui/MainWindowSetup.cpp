@@ -125,6 +125,7 @@ void MainWindow::acceptFilesEverywhere()
 void MainWindow::buildDesignPage()
 {
     auto* area = new QScrollArea;
+    area->setAccessibleName(u"Diseño"_s);
     m_pages->addWidget(area);
     auto* layout = new QVBoxLayout(createScrolledContent(area));
     layout->setContentsMargins(0, 0, 0, 0);
@@ -260,6 +261,7 @@ void MainWindow::buildCanvasColumn(QBoxLayout* row)
 void MainWindow::buildControlColumn(QBoxLayout* row)
 {
     auto* area = new QScrollArea;
+    area->setAccessibleName(u"Propiedades, controles y configuración"_s);
     row->addWidget(area, 3);
     area->setStyleSheet(Styles::CONTROL_COLUMN);
     auto* layout = new QVBoxLayout(createScrolledContent(area));

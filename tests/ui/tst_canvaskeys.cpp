@@ -649,6 +649,8 @@ void TestCanvasKeys::screenReaders_areToldTheSelection()
 
     QAccessibleInterface* entry = QAccessible::queryAccessibleInterface(frame());
     QCOMPARE(entry->role(), QAccessible::ListItem);
+    QCOMPARE(told.size(), 3); // each once
+    QCOMPARE(QAccessible::queryAccessibleInterface(m_bench->canvas())->role(), QAccessible::Canvas);
     QVERIFY(entry->state().focused);
     QVERIFY(entry->state().selected);
     m_bench->field("trussLength")->setFocus();

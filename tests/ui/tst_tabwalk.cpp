@@ -8,6 +8,7 @@
 #include "ui/NoticeLine.h"
 
 #include <QAbstractScrollArea>
+#include <QAccessible>
 #include <QSet>
 
 #include <memory>
@@ -38,6 +39,26 @@ QSet<QWidget*> stopsOf(const QWidget& window)
     return stops;
 }
 
+QString names(const QSet<QWidget*>& widgets)
+{
+    QStringList all;
+    for (const QWidget* widget : widgets)
+        all.append(QString::fromLatin1(widget->metaObject()->className()) + u' ' + widget->objectName() + u' '
+                   + widget->accessibleName());
+    return all.join(u"; "_s);
+}
+
+/// Those of `widgets` that a screen reader could not name.
+QString nameless(const QSet<QWidget*>& widgets)
+{
+    QSet<QWidget*> without;
+    for (QWidget* widget : widgets) {
+        if (QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).isEmpty())
+            without.insert(widget);
+    }
+    return names(without);
+}
+
 /// What the key comes to from the focus on, until it comes to the same widget again or stays where it is.
 QSet<QWidget*> walk(Qt::Key key)
 {
@@ -49,15 +70,6 @@ QSet<QWidget*> walk(Qt::Key key)
         now = QApplication::focusWidget();
     }
     return visited;
-}
-
-QString names(const QSet<QWidget*>& widgets)
-{
-    QStringList all;
-    for (const QWidget* widget : widgets)
-        all.append(QString::fromLatin1(widget->metaObject()->className()) + u' ' + widget->objectName() + u' '
-                   + widget->accessibleName());
-    return all.join(u"; "_s);
 }
 
 /// What a walk with either key does not reach in `window`, from each of its stops; nothing where all is well.
@@ -147,6 +159,7 @@ void TestTabWalk::designPage()
     QVERIFY(stops.contains(m_bench->canvas()));
     QVERIFY(stops.contains(line));
     QVERIFY(stops.size() >= 27);
+    QVERIFY2(nameless(stops).isEmpty(), qUtf8Printable(nameless(stops)));
     const QString left = unreached(m_bench->window);
     QVERIFY2(left.isEmpty(), qUtf8Printable(left));
 }
