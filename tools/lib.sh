@@ -21,6 +21,8 @@ velmora_program_packages=(
 velmora_test_packages=(
     locales bash-completion strace util-linux bsdutils python3-jsonschema poppler-utils ccache lld
 )
+# Besides these, what reads the window as a screen reader does.
+velmora_reader_packages=(xvfb openbox dbus at-spi2-core python3-gi gir1.2-atspi-2.0)
 # Besides these, the benchmarks.
 velmora_bench_packages=(libbenchmark-dev xvfb xauth)
 # Besides these, what is built with clang; its runtime is what counts and what watches.

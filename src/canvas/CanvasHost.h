@@ -14,6 +14,11 @@ public:
 public: // queries
     /// Id of the selected load, or of the selected segment of an array; -1 for none.
     [[nodiscard]] virtual int selectedLoad() const = 0;
+    /// Index of the selected motor in the motor list; -1 for none.
+    [[nodiscard]] virtual int pickedMotor() const
+    {
+        return -1;
+    }
 
 public: // what was picked
     /// The motor at `index` of the motor list was grabbed.

@@ -35,11 +35,14 @@ private: // data
 } // namespace
 
 int CanvasMenu::choose(QWidget* canvas, const QStringList& entries, const QPoint& position,
-                       const std::function<void()>& released)
+                       const std::function<void()>& released, const QList<QKeySequence>& keys)
 {
     const QPointer<QMenu> menu = new QMenu(canvas);
-    for (const QString& entry : entries)
-        menu->addAction(entry);
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        QAction* action = menu->addAction(entries.at(i));
+        action->setShortcut(keys.value(i));
+        action->setShortcutVisibleInContextMenu(true);
+    }
     menu->installEventFilter(new ReleaseWatcher(released, menu));
     QAction* chosen = menu->exec(position);
     const int index =

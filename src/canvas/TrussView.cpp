@@ -1,5 +1,6 @@
 #include "canvas/TrussView.h"
 
+#include "canvas/AccessibleCanvas.h"
 #include "canvas/ArrayPainter.h"
 #include "canvas/CanvasHost.h"
 #include "canvas/ScenePainter.h"
@@ -16,6 +17,7 @@ using namespace Qt::StringLiterals;
 TrussView::TrussView(QWidget* parent)
     : QWidget(parent)
 {
+    AccessibleCanvas::install(); // before anything is told of it: what readers get is made but once
     setMinimumHeight(300);
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent); // spares what lies under it a fill of the same pixels
@@ -134,10 +136,9 @@ void TrussView::mouseMoveEvent(QMouseEvent* event)
     if (printMode)
         return;
     const QPoint point = event->position().toPoint();
-    if (draggedMotor != -1)
-        moveMotor(geometry().toMetres(point.x()));
-    else if (isDragging())
-        moveLoads(geometry().toMetres(point.x()));
+    const bool snaps = event->modifiers().testFlag(Qt::AltModifier);
+    if (isDragging())
+        drag(geometry().toMetres(point.x()), snaps ? Grid::Decimetres : Grid::Free);
     else
         setCursor(HitTest::isOverGrip(scene(), geometry(), point) ? Qt::OpenHandCursor : Qt::ArrowCursor);
 }
@@ -153,9 +154,9 @@ void TrussView::contextMenuEvent(QContextMenuEvent* event)
         return;
     const HitTest::Target target = HitTest::menuTargetAt(scene(), geometry(), event->pos());
     if (const auto* motor = std::get_if<HitTest::MotorBody>(&target))
-        runMotorMenu(motor->index, event->globalPos());
+        runMotorMenu(motor->index, event->globalPos(), OpenedBy::Press);
     else if (const auto* array = std::get_if<HitTest::ArrayBody>(&target))
-        runArrayMenu(array->index, event->globalPos());
+        runArrayMenu(array->index, event->globalPos(), OpenedBy::Press);
     else if (const auto* load = std::get_if<HitTest::LoadBody>(&target))
         runLoadMenu(load->index, event->globalPos());
 }

@@ -1,5 +1,6 @@
 #include "canvas/CanvasHost.h"
 #include "canvas/TrussView.h"
+#include "engine/Arrays.h"
 #include "engine/Edits.h"
 
 void TrussView::begin(const HitTest::Target& target, float metres)
@@ -60,6 +61,17 @@ bool TrussView::isDragging() const
     return draggedMotor != -1 || draggedGroup != -1 || draggedLoad != -1;
 }
 
+void TrussView::drag(float metres, Grid grid)
+{
+    const bool snaps = grid == Grid::Decimetres;
+    if (draggedMotor != -1)
+        moveMotor(snaps ? CanvasItems::snapped(metres, LoadLogic::TrussLength) : metres);
+    else if (snaps)
+        snapLoads(metres);
+    else
+        moveLoads(metres);
+}
+
 // The motor jumps to the pointer. It is the grabbed one even where an undo in the middle of the
 // drag has put another one at its index.
 void TrussView::moveMotor(float metres)
@@ -101,6 +113,24 @@ void TrussView::moveLoads(float metres)
     if (CanvasHost* window = host())
         window->edited();
     update();
+}
+
+// What is left to the next mark stays between the grip and the pointer.
+void TrussView::snapLoads(float metres)
+{
+    const std::optional<float> place = draggedPlace();
+    if (!place)
+        return;
+    const float to = CanvasItems::snapped(*place + (metres - dragOffset), LoadLogic::TrussLength);
+    moveLoads(dragOffset + (to - *place));
+}
+
+std::optional<float> TrussView::draggedPlace() const
+{
+    if (draggedGroup != -1)
+        return Arrays::centreOfScreen(LoadLogic::ActiveLoads, draggedGroup);
+    const LoadLogic::ActiveLoad* load = LoadLogic::FindLoad(draggedLoad);
+    return load == nullptr ? std::nullopt : std::optional(load->positionX);
 }
 
 void TrussView::endDrag()

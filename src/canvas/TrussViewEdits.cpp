@@ -59,25 +59,27 @@ void TrussView::askLoadPosition(qsizetype index)
 
 // Where a press opens the menu, the menu gets the release as well. It still ends the drag that the
 // press began; otherwise the item would stick to the pointer afterwards.
-int TrussView::chooseFrom(const QStringList& entries, QPoint position)
+int TrussView::chooseFrom(const QStringList& entries, const QList<QKeySequence>& keys, QPoint position)
 {
-    return CanvasMenu::choose(this, entries, position, [this] { finishDrag(); });
+    return CanvasMenu::choose(
+        this, entries, position, [this] { finishDrag(); }, keys);
 }
 
-void TrussView::runMotorMenu(int index, QPoint position)
+void TrussView::runMotorMenu(int index, QPoint position, OpenedBy opened)
 {
     const MotorIdentity motor = MotorIdentity::at(LoadLogic::MotorList, index);
     const QPointer<TrussView> self = this;
-    const int chosen = chooseFrom({u"Editar Especificaciones..."_s, u"Eliminar Motor"_s}, position);
+    const int chosen = chooseFrom({u"Editar Especificaciones..."_s, u"Eliminar Motor"_s},
+                                  {QKeySequence(), Qt::Key_Delete}, position);
     if (self.isNull())
         return;
     if (chosen == 0)
-        editMotor(motor);
+        editMotor(motor, opened);
     else if (chosen == 1)
         removeMotor(motor);
 }
 
-void TrussView::editMotor(const MotorIdentity& motor)
+void TrussView::editMotor(const MotorIdentity& motor, OpenedBy opened)
 {
     const int index = motor.indexIn(LoadLogic::MotorList);
     if (index == -1)
@@ -87,6 +89,8 @@ void TrussView::editMotor(const MotorIdentity& motor)
     const bool accepted = dialog->exec() == QDialog::Accepted;
     if (self.isNull())
         return;
+    if (accepted && opened == OpenedBy::Keys)
+        aboutToEdit();
     const int now = motor.indexIn(LoadLogic::MotorList);
     if (accepted && now != -1)
         dialog->applyTo(LoadLogic::MotorList[now]);
@@ -105,14 +109,16 @@ void TrussView::removeMotor(const MotorIdentity& motor)
     edited();
 }
 
-void TrussView::runArrayMenu(qsizetype index, QPoint position)
+void TrussView::runArrayMenu(qsizetype index, QPoint position, OpenedBy opened)
 {
     const int groupId = LoadLogic::ActiveLoads.at(index).groupId;
     const QPointer<TrussView> self = this;
-    const int chosen =
-        chooseFrom({u"Eliminar Pantalla Completa"_s, u"Editar Parámetros de Pantalla"_s}, position);
+    const int chosen = chooseFrom({u"Eliminar Pantalla Completa"_s, u"Editar Parámetros de Pantalla"_s},
+                                  {Qt::Key_Delete}, position);
     if (self.isNull())
         return;
+    if (chosen == 1 && opened == OpenedBy::Keys)
+        aboutToEdit();
     if (chosen == 0)
         removeArray(groupId);
     else if (chosen == 1)
@@ -145,7 +151,7 @@ void TrussView::runLoadMenu(qsizetype index, QPoint position)
 {
     const int id = LoadLogic::ActiveLoads.at(index).id;
     const QPointer<TrussView> self = this;
-    const int chosen = chooseFrom({u"Eliminar Carga"_s}, position);
+    const int chosen = chooseFrom({u"Eliminar Carga"_s}, {Qt::Key_Delete}, position);
     const bool isStillThere =
         index < LoadLogic::ActiveLoads.size() && LoadLogic::ActiveLoads.at(index).id == id;
     if (!self.isNull() && chosen == 0 && isStillThere)

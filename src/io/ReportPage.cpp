@@ -251,6 +251,7 @@ void ReportPage::buildBottomBar(QBoxLayout* page)
 
     auto* back = buildButton(u"← VOLVER AL DISEÑO"_s, {160, 35}, BACK_STYLE);
     back->setAccessibleName(u"Volver al diseño"_s);
+    back->setToolTip(u"Volver al diseño (Esc)"_s);
     connect(back, &QPushButton::clicked, this, &ReportPage::backClicked);
     auto* print = buildButton(u"🖨️ IMPRIMIR / PDF"_s, {200, 40}, PRINT_STYLE);
     print->setAccessibleName(u"Imprimir o guardar como PDF"_s);

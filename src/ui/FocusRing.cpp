@@ -1,5 +1,7 @@
 #include "ui/FocusRing.h"
 
+#include "canvas/TrussView.h"
+
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
@@ -25,6 +27,17 @@ bool isFieldOrButton(const QWidget* widget)
 bool isScrolled(const QWidget* widget)
 {
     return qobject_cast<const QAbstractScrollArea*>(widget) != nullptr;
+}
+
+bool isCanvas(const QWidget* widget)
+{
+    return qobject_cast<const TrussView*>(widget) != nullptr;
+}
+
+/// Whether the focus only came back, from a dialog or a menu: how it once came still holds.
+bool isReturn(Qt::FocusReason reason)
+{
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
 }
 
 bool isTabKey(Qt::FocusReason reason)
@@ -67,7 +80,8 @@ void FocusRing::follow(QWidget* focused)
     m_framed = nullptr;
     hide();
     const bool isShown =
-        focused != nullptr && (isFieldOrButton(focused) || (isScrolled(focused) && m_byTabKey));
+        focused != nullptr
+        && (isFieldOrButton(focused) || ((isScrolled(focused) || isCanvas(focused)) && m_byTabKey));
     if (m_window == nullptr || !isShown || focused->isWindow() || focused->window() != m_window)
         return;
     m_framed = focused;
@@ -87,8 +101,10 @@ void FocusRing::place()
 
 bool FocusRing::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn && watched->isWidgetType())
-        m_byTabKey = isTabKey(static_cast<QFocusEvent*>(event)->reason());
+    if (event->type() == QEvent::FocusIn && watched->isWidgetType()) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        m_byTabKey = isTabKey(reason) || (m_byTabKey && isReturn(reason));
+    }
     const bool moved = event->type() == QEvent::Move || event->type() == QEvent::Resize
                        || event->type() == QEvent::Show || event->type() == QEvent::Hide;
     if (moved && watched == m_framed)

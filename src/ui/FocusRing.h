@@ -5,7 +5,8 @@
 
 /// A bright frame around the field or button of its window that has the keyboard focus: the dark theme
 /// alone does not show where the keys go. What scrolls, a page or a table, is framed where the Tab key came
-/// to it; a press anywhere in it gives it the focus too, and would only flash a frame around everything.
+/// to it, and so is the canvas; a press anywhere in it gives it the focus too, and would only flash a frame
+/// around everything.
 /// Takes no input, and lies over its widget as a sibling.
 class FocusRing : public QWidget
 {

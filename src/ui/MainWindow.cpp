@@ -2,7 +2,6 @@
 
 #include "canvas/TrussView.h"
 #include "engine/Edits.h"
-#include "io/ReportPage.h"
 #include "ui/CutTexts.h"
 #include "ui/FieldKeys.h"
 #include "ui/FieldPaste.h"
@@ -12,11 +11,9 @@
 #include "ui/PanelSync.h"
 #include "ui/ProjectDescription.h"
 
-#include <QAction>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QScreen>
-#include <QStackedWidget>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -66,22 +63,6 @@ MainWindow::MainWindow(QWidget* parent)
 MainWindow::~MainWindow()
 {
     delete m_list;
-}
-
-void MainWindow::onKey(const QKeySequence& keys, const std::function<void()>& act)
-{
-    auto* action = new QAction(this);
-    action->setShortcut(keys);
-    connect(action, &QAction::triggered, this, act);
-    addAction(action);
-}
-
-void MainWindow::leaveOrRelease()
-{
-    if (m_pages->currentWidget() == m_reportPage)
-        onBackToDesignClicked();
-    else
-        releaseLoad();
 }
 
 void MainWindow::startBlinking()

@@ -97,6 +97,7 @@ public: // positions (MainWindowCanvas.cpp)
 
 public: // what the canvas tells (MainWindowCanvas.cpp)
     [[nodiscard]] int selectedLoad() const override;
+    [[nodiscard]] int pickedMotor() const override;
     void motorPicked(int index) override;
     void loadPicked(int id) override;
     void arrayPicked(const LoadLogic::ActiveLoad& segment) override;
@@ -201,11 +202,14 @@ private: // set-up (MainWindowSetup.cpp)
     void connectPanels();
     void connectControls();
 
-private: // start (MainWindow.cpp)
+private: // keys (MainWindowKeys.cpp)
     /// Does `act` on `keys` wherever the focus is in this window.
     void onKey(const QKeySequence& keys, const std::function<void()>& act);
-    /// Leaves the report page; on the design page, the selected load.
+    /// Leaves the report page; on the design page, what is selected.
     void leaveOrRelease();
+    void startKeys();
+
+private: // start (MainWindow.cpp)
     void startBlinking();
     /// Lets the canvas tell its project to screen readers, at most five times a second.
     void startDescribing();
@@ -240,9 +244,7 @@ private: // recovery (io/MainWindowRecovery.cpp)
     void lookForWork();
     /// Has the notice line say what there is to say of recovery.
     void tellRecovery();
-    /// Keeps the current project, before the user starts over.
     void keepResetProject();
-    /// Keeps the current project, before another one takes its place.
     void keepReplacedProject();
     /// The tab `closed` of `before` was closed; keeps it, and what else is not open any more.
     void keepVanished(const QList<LoadLogic::ProjectState>& before, int closed);
@@ -265,9 +267,7 @@ private: // dropped files (MainWindowDrop.cpp)
     void addProject(const LoadLogic::ProjectState& project);
 
 private: // reports (io/MainWindowReportPage.cpp, io/MainWindowHtmlReport.cpp)
-    /// Adds the report page and keeps it in `m_reportPage`.
     void buildReportPage();
-    /// Every tab's project as it stands now, `tabName` being the text of its tab.
     [[nodiscard]] QList<LoadLogic::ProjectState> reportedProjects();
     /// Calculates the current project afresh, so that what is on screen is what was just reported.
     void recalculateAfterReport();

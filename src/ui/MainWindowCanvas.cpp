@@ -33,6 +33,11 @@ int MainWindow::selectedLoad() const
     return selectedLoadId;
 }
 
+int MainWindow::pickedMotor() const
+{
+    return isMotor(selectedMotorIndex) ? selectedMotorIndex : -1;
+}
+
 void MainWindow::motorPicked(int index)
 {
     showMotorProperties(index);

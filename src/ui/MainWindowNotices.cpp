@@ -247,11 +247,12 @@ void MainWindow::enterField(const QString& objectName)
     field->selectAll();
 }
 
-// As a press beside everything on the canvas; not while a load hangs on the pointer.
+// As a press beside everything on the canvas; not while something hangs on the pointer. A motor is let go
+// from the canvas alone: its panel stays open for who leaves one of its fields.
 void MainWindow::releaseLoad()
 {
-    const bool isDragging = m_canvas->draggedLoad != -1 || m_canvas->draggedGroup != -1;
-    if (selectedLoadId == -1 || isDragging)
+    const bool isMotorHeld = isMotor(selectedMotorIndex) && m_canvas->hasFocus();
+    if ((selectedLoadId == -1 && !isMotorHeld) || m_canvas->isDragging())
         return;
     nothingPicked();
     updateCalculations();

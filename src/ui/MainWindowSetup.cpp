@@ -1,3 +1,4 @@
+#include "canvas/CanvasKeys.h"
 #include "canvas/TrussView.h"
 #include "engine/Numbers.h"
 #include "ui/ControlsGroup.h"
@@ -44,6 +45,7 @@ struct HeaderButton
     QString accent;
     QString background;
     QString hoverText;
+    QString tip = {}; // with the key, where there is one
 };
 
 constexpr int HEADER_BUTTON_HEIGHT = 30; // [px]
@@ -54,6 +56,7 @@ QPushButton* createHeaderButton(const HeaderButton& look)
     button->setAccessibleName(look.name);
     button->setFixedSize(look.width, HEADER_BUTTON_HEIGHT);
     button->setCursor(Qt::PointingHandCursor);
+    button->setToolTip(look.tip);
     button->setStyleSheet(Styles::headerButton(look.accent, look.background, look.hoverText));
     return button;
 }
@@ -82,7 +85,7 @@ void MainWindow::setupUI()
 
     auto* undoKeys = new QShortcut(QKeySequence(u"Ctrl+Z"_s), this);
     connect(undoKeys, &QShortcut::activated, this, &MainWindow::undo);
-    onKey(Qt::Key_Escape, [this] { leaveOrRelease(); });
+    startKeys();
 
     buildDesignPage();
     buildReportPage();
@@ -122,6 +125,7 @@ void MainWindow::acceptFilesEverywhere()
 void MainWindow::buildDesignPage()
 {
     auto* area = new QScrollArea;
+    area->setAccessibleName(u"Diseño"_s);
     m_pages->addWidget(area);
     auto* layout = new QVBoxLayout(createScrolledContent(area));
     layout->setContentsMargins(0, 0, 0, 0);
@@ -149,17 +153,20 @@ void MainWindow::buildHeaderRow(QBoxLayout* page)
         connect(button, &QPushButton::clicked, this, slot);
         layout->addWidget(button);
     };
-    add({u"📂 ABRIR"_s, u"Abrir"_s, 110, OPEN_GREEN, u"rgba(46,204,113,0.1)"_s, u"black"_s},
+    add({u"📂 ABRIR"_s, u"Abrir"_s, 110, OPEN_GREEN, u"rgba(46,204,113,0.1)"_s, u"black"_s,
+         u"Abrir un proyecto en esta pestaña (Ctrl+O)"_s},
         &MainWindow::onLoadProjectClicked);
-    add({u"💾 GUARDAR"_s, u"Guardar"_s, 120, ACCENT_BLUE, blue, u"black"_s},
+    add({u"💾 GUARDAR"_s, u"Guardar"_s, 120, ACCENT_BLUE, blue, u"black"_s, u"Guardar el proyecto (Ctrl+S)"_s},
         &MainWindow::onSaveProjectClicked);
     add({u"🔄 RESTAURAR PROYECTO"_s, u"Restaurar proyecto"_s, 160, RESET_RED, u"rgba(255,50,50,0.1)"_s,
          u"white"_s},
         &MainWindow::onResetProjectClicked);
-    add({u"↩️ DESHACER"_s, u"Deshacer"_s, 120, UNDO_GREY, u"rgba(170,170,170,0.1)"_s, u"black"_s},
+    add({u"↩️ DESHACER"_s, u"Deshacer"_s, 120, UNDO_GREY, u"rgba(170,170,170,0.1)"_s, u"black"_s,
+         u"Volver un paso atrás (Ctrl+Z)"_s},
         &MainWindow::undo);
     layout->addStretch();
-    add({u"📘 GUÍA DE USUARIO"_s, u"Guía de usuario"_s, 160, ACCENT_BLUE, blue, u"black"_s},
+    add({u"📘 GUÍA DE USUARIO"_s, u"Guía de usuario"_s, 160, ACCENT_BLUE, blue, u"black"_s,
+         u"Abrir la guía en el navegador (F1)"_s},
         &MainWindow::onOpenUserGuideClicked);
     add({u"⚖️ INFO LEGAL"_s, u"Información legal"_s, 130, WARNING_ORANGE, u"rgba(255,175,0,0.1)"_s,
          u"black"_s},
@@ -180,6 +187,7 @@ void MainWindow::buildTabRow(QBoxLayout* page)
     auto* add = new QPushButton(u"+"_s);
     add->setObjectName("addTabButton"_L1);
     add->setAccessibleName(u"Añadir proyecto"_s);
+    add->setToolTip(u"Añadir un proyecto (Ctrl+T)"_s);
     add->setFixedSize(30, 30);
     add->setCursor(Qt::PointingHandCursor);
     add->setStyleSheet(Styles::ADD_TAB_BUTTON);
@@ -192,6 +200,7 @@ QTabBar* MainWindow::buildTabBar(QWidget* parent)
 {
     m_tabBar = new ProjectTabBar(parent);
     m_tabBar->setAccessibleName(u"Proyectos"_s);
+    m_tabBar->setToolTip(u"Ctrl+RePág y Ctrl+AvPág: pestaña anterior y siguiente; F2: renombrar"_s);
     m_tabBar->setTabsClosable(true);
     m_tabBar->setMovable(true);
     m_tabBar->setFocusPolicy(Qt::NoFocus);
@@ -229,6 +238,7 @@ void MainWindow::buildCanvasColumn(QBoxLayout* row)
         new QLabel(u"⚠️ SISTEMA HIPERESTÁTICO: La distribución real depende del nivelado perfecto."_s);
     m_hyperstaticWarning->setObjectName("hyperstaticWarning"_L1);
     m_hyperstaticWarning->setAlignment(Qt::AlignCenter);
+    m_hyperstaticWarning->setToolTip(u"Contraste de reparto (F8)"_s);
     m_hyperstaticWarning->setStyleSheet(Styles::HYPERSTATIC_WARNING);
     m_hyperstaticWarning->setVisible(false);
     layout->addWidget(m_hyperstaticWarning);
@@ -236,9 +246,11 @@ void MainWindow::buildCanvasColumn(QBoxLayout* row)
     m_canvas = new TrussView;
     m_canvas->setMinimumHeight(400);
     layout->addWidget(m_canvas, 1);
+    new CanvasKeys(m_canvas);
 
     auto* report = new QPushButton(u"📊 GENERAR INFORME ESTRUCTURAL"_s);
     report->setAccessibleName(u"Generar informe estructural"_s);
+    report->setToolTip(u"Ver el informe de todos los proyectos (Ctrl+I)"_s);
     report->setFixedHeight(45);
     report->setCursor(Qt::PointingHandCursor);
     report->setStyleSheet(Styles::REPORT_BUTTON);
@@ -249,6 +261,7 @@ void MainWindow::buildCanvasColumn(QBoxLayout* row)
 void MainWindow::buildControlColumn(QBoxLayout* row)
 {
     auto* area = new QScrollArea;
+    area->setAccessibleName(u"Propiedades, controles y configuración"_s);
     row->addWidget(area, 3);
     area->setStyleSheet(Styles::CONTROL_COLUMN);
     auto* layout = new QVBoxLayout(createScrolledContent(area));

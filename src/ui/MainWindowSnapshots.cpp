@@ -48,6 +48,7 @@ void MainWindow::restoreProjectState(const LoadLogic::ProjectState& s)
     projectCounter = s.projectCounter;
     if (m_truss == nullptr)
         return;
+    m_canvas->endNudging();
 
     m_truss->setTexts(Numbers::fixed(s.trussLength, 1), Numbers::fixed(s.trussSelfWeight, 1),
                       Numbers::fixed(s.limitCPL, 0));
@@ -82,6 +83,8 @@ void MainWindow::pushUndoState()
 {
     if (isRestoring)
         return;
+    if (m_canvas != nullptr)
+        m_canvas->endNudging();
     undoStack.push_back(captureCurrentState());
     if (undoStack.size() > UNDO_DEPTH)
         undoStack.pop_front();

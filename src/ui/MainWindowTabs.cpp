@@ -90,7 +90,9 @@ void MainWindow::showTabMenu(const QPoint& point)
     if (index == -1)
         return;
     const QPointer<QMenu> menu = new QMenu(this);
-    const QAction* rename = menu->addAction(u"Renombrar"_s);
+    QAction* rename = menu->addAction(u"Renombrar"_s);
+    rename->setShortcut(Qt::Key_F2); // to be read: the window's own action has the key
+    rename->setShortcutVisibleInContextMenu(true);
     const QAction* close = menu->addAction(u"Cerrar Pestaña"_s);
     const QAction* chosen = menu->exec(m_tabBar->mapToGlobal(point));
     const bool renames = chosen != nullptr && chosen == rename;

@@ -1,6 +1,7 @@
 velmora_test(canvas drawing HEADERS canvas/RecordingWindow.h)
 velmora_test(canvas extremes HEADERS canvas/RecordingWindow.h)
 velmora_test(canvas geometry)
+velmora_test(canvas items)
 velmora_test(canvas menu HEADERS canvas/RecordingWindow.h)
 velmora_test(canvas pointer HEADERS canvas/RecordingWindow.h)
 velmora_test(canvas rendering)
