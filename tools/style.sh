@@ -72,7 +72,7 @@ not_included()
 # The accent of the whole program stands in one place, so that it is changed in one.
 accent_stands_once()
 {
-    search -i '#00BFFF' "${cxx[@]}" | grep '^\./src/' | grep -v '^\./src/fields/AccentColour\.h:' || true
+    search -iE '#00BFFF|0x00, ?0xBF, ?0xFF|0, 191, 255' "${cxx[@]}" | grep '^\./src/' | grep -v '^\./src/fields/AccentColour\.h:' || true
 }
 
 # A style sheet is a named constant or made by a function of Styles, so that two widgets cannot

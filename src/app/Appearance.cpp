@@ -2,6 +2,7 @@
 
 #include "app/CommandLine.h"
 #include "app/Legibility.h"
+#include "fields/AccentColour.h"
 
 #include <QApplication>
 #include <QColor>
@@ -10,8 +11,6 @@
 #include <QLocale>
 #include <QPalette>
 #include <QTranslator>
-
-#include "fields/AccentColour.h"
 
 using namespace Qt::StringLiterals;
 
@@ -42,8 +41,7 @@ const QString WIDGET_STYLE =
 QPalette darkPalette()
 {
     const QColor window(0x12, 0x12, 0x12);
-    const QString accentName = ACCENT_COLOUR ""_s;
-    const QColor accent(accentName);
+    const QColor accent = accentColour();
 
     QPalette palette;
     palette.setColor(QPalette::Window, window);

@@ -1,5 +1,7 @@
 #include "app/Legibility.h"
 
+#include "fields/AccentColour.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <QEvent>
@@ -10,8 +12,6 @@
 #include <QMenu>
 #include <QStyledItemDelegate>
 #include <QTreeView>
-
-#include "fields/AccentColour.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,6 @@
 #include "canvas/CanvasPalette.h"
 
 #include "engine/Numbers.h"
-
 #include "fields/AccentColour.h"
 
 using namespace Qt::StringLiterals;
@@ -48,7 +47,7 @@ CanvasPalette::CanvasPalette(bool print, double scale)
     // cppcheck-suppress useInitializationList
     background = choose(named(u"#121212"_s), Qt::white);
     ink = choose(Qt::white, Qt::black);
-    accent = choose(named(ACCENT_COLOUR ""_s), Qt::black);
+    accent = choose(accentColour(), Qt::black);
     axis = choose(named(u"#444"_s), Qt::gray);
     lattice = choose(named(u"#444444"_s), named(u"#CCCCCC"_s));
     centreMark = choose(named(u"#BBBBBB"_s), named(u"#888888"_s));

@@ -2,13 +2,12 @@
 
 #include "engine/FieldRanges.h"
 #include "engine/Numbers.h"
+#include "fields/NumberValidators.h"
 
 #include <QDialogButtonBox>
 #include <QDoubleValidator>
 #include <QFormLayout>
 #include <QLineEdit>
-
-#include "fields/NumberValidators.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,12 +1,11 @@
 #include "io/HtmlReport.h"
 
 #include "engine/Numbers.h"
+#include "fields/AccentColour.h"
 
 #include <QStringList>
 
 #include <algorithm>
-
-#include "fields/AccentColour.h"
 
 using namespace Qt::StringLiterals;
 

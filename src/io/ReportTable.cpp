@@ -1,6 +1,7 @@
 #include "io/ReportTable.h"
 
 #include "engine/Numbers.h"
+#include "fields/AccentColour.h"
 
 #include <QBrush>
 #include <QColor>
@@ -53,10 +54,10 @@ void ReportTable::add(const QList<Figures>& projects)
 
 void ReportTable::addProject(const Figures& project)
 {
-    const QColor blue(0, 191, 255);
-    QTableWidgetItem* band =
-        addBand(u"--- PROYECTO: "_s + project.title + u" ---"_s, MOTOR_COLUMNS, QColor(0, 191, 255, 40));
-    band->setForeground(blue);
+    QColor ground = accentColour();
+    ground.setAlpha(40);
+    QTableWidgetItem* band = addBand(u"--- PROYECTO: "_s + project.title + u" ---"_s, MOTOR_COLUMNS, ground);
+    band->setForeground(accentColour());
     QFont font = band->font();
     font.setWeight(QFont::Bold);
     band->setFont(font);

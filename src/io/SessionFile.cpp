@@ -20,8 +20,6 @@ namespace
 /// In the order of `SessionFile::State`.
 const std::array<QString, 3> STATE_WORDS{u"abierta"_s, u"vista"_s, u"cerrada"_s};
 
-const QRegularExpression NAME(u"^sesion-([0-9a-f]{16})\\.(abierta|vista|cerrada)\\.json$"_s);
-
 SessionFile::State stateOf(const QString& word)
 {
     const auto* found = std::find(STATE_WORDS.begin(), STATE_WORDS.end(), word);
@@ -47,9 +45,10 @@ QList<SessionFile> SessionFile::allIn(const QString& folder)
 {
     const QStringList names = QDir(folder).entryList(
         {u"sesion-*.json"_s}, QDir::AllEntries | QDir::Hidden | QDir::System, QDir::Time);
+    static const QRegularExpression own(u"^sesion-([0-9a-f]{16})\\.(abierta|vista|cerrada)\\.json$"_s);
     QList<SessionFile> files;
     for (const QString& name : names) {
-        const QRegularExpressionMatch match = NAME.match(name);
+        const QRegularExpressionMatch match = own.match(name);
         if (match.hasMatch())
             files.append(SessionFile(folder, match.captured(1), stateOf(match.captured(2))));
     }

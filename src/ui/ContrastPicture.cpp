@@ -1,5 +1,7 @@
 #include "ui/ContrastPicture.h"
 
+#include "fields/AccentColour.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -27,7 +29,7 @@ const QColor READOUT_BOX(0x2D, 0x2D, 0x2D);
 const QString ContrastPicture::NOTHING_TO_DRAW = u"No hay reparto que dibujar."_s;
 const QColor ContrastPicture::INK(0xE0, 0xE0, 0xE0);
 const QColor ContrastPicture::FAINT(0x66, 0x66, 0x66);
-const QColor ContrastPicture::ACCENT(0x00, 0xBF, 0xFF);
+const QColor ContrastPicture::ACCENT = accentColour();
 const QColor ContrastPicture::LESS_SAFE(0xFF, 0xAF, 0x00);
 const QColor ContrastPicture::OVERLOADED(0xFF, 0x50, 0x50);
 

@@ -1,6 +1,7 @@
 #include "ui/FocusRing.h"
 
 #include "canvas/TrussView.h"
+#include "fields/AccentColour.h"
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
@@ -14,7 +15,7 @@ namespace
 {
 
 constexpr int THICKNESS = 2; // [px]
-const QColor ACCENT(0x00, 0xBF, 0xFF);
+const QColor ACCENT = accentColour();
 const QColor ACCENT_ON_WHITE(0x00, 0x5A, 0x9E);
 
 bool isFieldOrButton(const QWidget* widget)

@@ -1,13 +1,12 @@
 #include "ui/InfoWindow.h"
 
+#include "fields/AccentColour.h"
 #include "ui/FocusRing.h"
 #include "ui/Styles.h"
 
 #include <QPushButton>
 #include <QTextBrowser>
 #include <QVBoxLayout>
-
-#include "fields/AccentColour.h"
 
 using namespace Qt::StringLiterals;
 

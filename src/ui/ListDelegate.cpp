@@ -1,12 +1,11 @@
 #include "ui/ListDelegate.h"
 
+#include "fields/NumberValidators.h"
 #include "ui/ListModel.h"
 #include "ui/NumberField.h"
 
 #include <QDoubleValidator>
 #include <QKeyEvent>
-
-#include "fields/NumberValidators.h"
 
 namespace
 {

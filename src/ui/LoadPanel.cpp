@@ -2,9 +2,8 @@
 
 #include "engine/FieldRanges.h"
 #include "engine/Numbers.h"
-#include "ui/NumberField.h"
-
 #include "fields/AccentColour.h"
+#include "ui/NumberField.h"
 
 using namespace Qt::StringLiterals;
 

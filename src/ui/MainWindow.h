@@ -128,6 +128,12 @@ public: // files (io/MainWindowFiles.cpp)
     /// takes the name in its file. A first file that cannot be read leaves the current tab as it is.
     void openProjectFiles(const QStringList& paths);
 
+public: // calculation sheet (io/MainWindowSheet.cpp)
+    /// The calculation sheet of all tabs, in a PDF file that the user chooses.
+    void onSheetClicked();
+    /// What the contrast shows, as a PDF for the desktop's viewer, which prints it.
+    void onPrintContrastClicked();
+
 public: // recovery (io/MainWindowRecovery.cpp)
     /// From now on keeps the work in a file in `folder`, and offers with F9 what earlier sessions left
     /// there.
@@ -183,10 +189,6 @@ public slots: // each is what its button, its field or its tab does
     void onRenameTab(int index);
     void onSaveProjectClicked();
     void onLoadProjectClicked();
-    /// The calculation sheet of all tabs, in a PDF file that the user chooses.
-    void onSheetClicked();
-    /// What "Contraste de reparto" shows, as a PDF for the desktop's viewer, which prints it.
-    void onPrintContrastClicked();
 
 private: // set-up (MainWindowSetup.cpp)
     void setupUI();
@@ -235,14 +237,12 @@ private: // notices, second opinion and list (MainWindowNotices.cpp, MainWindowL
 
 private: // tabs (MainWindowTabs.cpp)
     void showTabMenu(const QPoint& point);
-    /// Adds a tab to the bar; returns its index.
     int appendTab(const QString& title);
     void storeCurrentProject();
     [[nodiscard]] bool isProject(int index) const;
 
 private: // recovery (io/MainWindowRecovery.cpp)
     void lookForWork();
-    /// Has the notice line say what there is to say of recovery.
     void tellRecovery();
     void keepResetProject();
     void keepReplacedProject();

@@ -1,6 +1,7 @@
 #include "canvas/CanvasKeys.h"
 #include "canvas/TrussView.h"
 #include "engine/Numbers.h"
+#include "fields/AccentColour.h"
 #include "ui/ControlsGroup.h"
 #include "ui/LedGroup.h"
 #include "ui/LoadPanel.h"
@@ -22,8 +23,6 @@
 #include <QStackedWidget>
 #include <QTabBar>
 #include <QVBoxLayout>
-
-#include "fields/AccentColour.h"
 
 using namespace Qt::StringLiterals;
 

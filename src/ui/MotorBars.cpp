@@ -1,6 +1,7 @@
 #include "ui/MotorBars.h"
 
 #include "engine/SecondOpinionText.h"
+#include "fields/AccentColour.h"
 #include "ui/Notices.h"
 
 #include <QPainter>
@@ -30,7 +31,7 @@ struct Bar
 
 const Bar BARS[] = {
     {u"Palanca", &SecondOpinion::MotorOpinion::lever, QColor(0xAA, 0xAA, 0xAA), Qt::SolidPattern},
-    {u"Nivelado", &SecondOpinion::MotorOpinion::level, QColor(0x00, 0xBF, 0xFF), Qt::SolidPattern},
+    {u"Nivelado", &SecondOpinion::MotorOpinion::level, accentColour(), Qt::SolidPattern},
     {u"Con un motor flojo", &SecondOpinion::MotorOpinion::oneSlack, QColor(0xFF, 0xAF, 0x00),
      Qt::BDiagPattern},
     {u"Máximo posible", &SecondOpinion::MotorOpinion::most, QColor(0xC0, 0x90, 0xFF), Qt::NoBrush},

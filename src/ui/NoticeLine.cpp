@@ -1,6 +1,7 @@
 #include "ui/NoticeLine.h"
 
 #include "canvas/TrussGeometry.h"
+#include "fields/AccentColour.h"
 #include "ui/AccessibleNotice.h"
 
 #include <QAccessible>
@@ -23,7 +24,7 @@ constexpr int MOST_LINES = 2;
 
 const QColor BACKGROUND(0x1E, 0x1E, 0x1E);
 const QColor FRAME(0x44, 0x44, 0x44);
-const QColor FOCUS(0x00, 0xBF, 0xFF);
+const QColor FOCUS = accentColour();
 const QColor COUNTER(0xBB, 0xBB, 0xBB);
 
 QColor colourOf(Notice::Urgency urgency)
@@ -36,7 +37,7 @@ QColor colourOf(Notice::Urgency urgency)
     case Notice::Urgency::Hint:
         break;
     }
-    return {0x00, 0xBF, 0xFF};
+    return accentColour();
 }
 
 } // namespace

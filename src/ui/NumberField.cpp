@@ -1,12 +1,11 @@
 #include "ui/NumberField.h"
 
+#include "fields/NumberValidators.h"
 #include "ui/Styles.h"
 
 #include <QAbstractSpinBox>
 #include <QDoubleValidator>
 #include <QIntValidator>
-
-#include "fields/NumberValidators.h"
 
 QLineEdit* NumberField::create(const QString& text, const QString& accessibleName)
 {
