@@ -37,7 +37,7 @@ Meaning plainMeaning(int key)
     case Qt::Key_Menu:
         return CanvasKeys::OpenMenu{};
     default:
-        return {};
+        return std::monostate();
     }
 }
 
@@ -47,7 +47,7 @@ Meaning shiftedMeaning(int key, float step)
         return CanvasKeys::Nudge{-step};
     if (key == Qt::Key_Right)
         return CanvasKeys::Nudge{step};
-    return {};
+    return std::monostate();
 }
 
 } // namespace
@@ -63,7 +63,7 @@ CanvasKeys::Meaning CanvasKeys::meaning(int key, Qt::KeyboardModifiers modifiers
         return shiftedMeaning(key, STEP);
     if (held == (Qt::ShiftModifier | Qt::ControlModifier))
         return shiftedMeaning(key, FINE_STEP);
-    return {};
+    return std::monostate();
 }
 
 CanvasKeys::CanvasKeys(TrussView* canvas)
