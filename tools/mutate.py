@@ -297,12 +297,12 @@ def succeeds(command):
                           stderr=subprocess.DEVNULL, check=False).returncode == 0
 
 
-class Bench:
+class Worker:
     """A folder in which one mutant lives at a time."""
 
     def __init__(self, build, number):
         self.build = build
-        self.folder = BUILD / f"bench-{number}"
+        self.folder = BUILD / f"worker-{number}"
         self.tester = Tester(self.folder)
 
     def judge(self, mutant):
@@ -353,17 +353,17 @@ class Bench:
 
 
 def judge_all(build, mutants, jobs):
-    benches = queue.Queue()
+    workers = queue.Queue()
     for number in range(jobs):
-        benches.put(Bench(build, number))
+        workers.put(Worker(build, number))
 
     def judge(mutant):
-        bench = benches.get()
+        worker = workers.get()
         start = time.monotonic()
         try:
-            result = bench.judge(mutant)
+            result = worker.judge(mutant)
         finally:
-            benches.put(bench)
+            workers.put(worker)
         print(f"{result:9} {time.monotonic() - start:5.1f} s  {mutant.path}:{mutant.line + 1}: {mutant.change()}",
               flush=True)
         return result

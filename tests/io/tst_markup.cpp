@@ -21,7 +21,7 @@
 using namespace Qt::StringLiterals;
 
 using Support::Answer;
-using Support::Bench;
+using Support::TestWindow;
 
 namespace
 {
@@ -103,7 +103,7 @@ private slots:
     void init();
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void tabs_showItAsItIs();
@@ -116,7 +116,7 @@ private slots:
     void messages_showItAsItIs();
 
 private:
-    std::optional<Bench> m_bench;
+    std::optional<TestWindow> m_test;
     QTemporaryDir m_folder;
 };
 
@@ -138,9 +138,9 @@ void TestMarkup::init()
     project.loads = {load};
     const QString path = m_folder.filePath(u"a.rig"_s);
     QVERIFY(ProjectFile::write(path, project));
-    m_bench.emplace();
-    m_bench->window.openProjectFiles({path, path});
-    m_bench->window.show();
+    m_test.emplace();
+    m_test->window.openProjectFiles({path, path});
+    m_test->window.show();
 }
 
 void TestMarkup::tabs_showItAsItIs()
@@ -152,7 +152,7 @@ void TestMarkup::tabs_showItAsItIs()
 
 void TestMarkup::hoveringATab_showsNothing()
 {
-    QTabBar* tabs = m_bench->tabBar();
+    QTabBar* tabs = m_test->tabBar();
     const QPoint middle = tabs->tabRect(0).center();
     QHelpEvent hover(QEvent::ToolTip, middle, tabs->mapToGlobal(middle));
     QCoreApplication::sendEvent(tabs, &hover);
@@ -161,23 +161,23 @@ void TestMarkup::hoveringATab_showsNothing()
 
 void TestMarkup::panels_showItAsItIs()
 {
-    m_bench->window.showMotorProperties(0);
+    m_test->window.showMotorProperties(0);
     Sight sight = lookAround();
     QCOMPARE(sight.documents, QStringList());
-    QVERIFY(m_bench->motorPanel()->findChild<QLabel*>()->text().contains(NAME));
-    QCOMPARE(m_bench->text("motorName"), NAME);
+    QVERIFY(m_test->motorPanel()->findChild<QLabel*>()->text().contains(NAME));
+    QCOMPARE(m_test->text("motorName"), NAME);
     const int withMotor = sight.plain;
     QVERIFY(withMotor >= 4); // two tabs, the title and the field
 
-    m_bench->window.showLoadProperties(LoadLogic::ActiveLoads.at(0).id);
+    m_test->window.showLoadProperties(LoadLogic::ActiveLoads.at(0).id);
     sight = lookAround();
     QCOMPARE(sight.documents, QStringList());
-    QCOMPARE(m_bench->text("loadName"), NAME);
+    QCOMPARE(m_test->text("loadName"), NAME);
 }
 
 void TestMarkup::reportPage_showsItAsItIs()
 {
-    m_bench->window.onGenerateReportClicked();
+    m_test->window.onGenerateReportClicked();
     const Sight sight = lookAround();
     QCOMPARE(sight.documents, QStringList());
     QVERIFY(sight.plain >= 2 + 2 * 2); // the tabs; in the table of each project its motor and its load
@@ -190,7 +190,7 @@ void TestMarkup::dynamicFactorDialog_showsItAsItIs()
         sight = lookAround();
         dialog.reject();
     });
-    m_bench->window.onDynamicFactorClicked();
+    m_test->window.onDynamicFactorClicked();
     QVERIFY(look.given());
     QCOMPARE(sight.documents, QStringList());
     QVERIFY(sight.plain >= 3); // the tabs and the motor's row
@@ -203,7 +203,7 @@ void TestMarkup::renaming_showsItAsItIs()
         sight = lookAround();
         dialog.reject();
     });
-    m_bench->window.onRenameTab(0);
+    m_test->window.onRenameTab(0);
     QVERIFY(look.given());
     QCOMPARE(sight.documents, QStringList());
     QVERIFY(sight.plain >= 3); // the tabs and the field
@@ -211,7 +211,7 @@ void TestMarkup::renaming_showsItAsItIs()
 
 void TestMarkup::motorDialog_showsItAsItIs()
 {
-    const MotorDialog dialog(LoadLogic::MotorList.at(0), &m_bench->window);
+    const MotorDialog dialog(LoadLogic::MotorList.at(0), &m_test->window);
     const Sight sight = lookAround();
     QCOMPARE(sight.documents, QStringList());
     QVERIFY(sight.plain >= 3); // the tabs and the field
@@ -233,7 +233,7 @@ void TestMarkup::messages_showItAsItIs()
         sight = lookAround();
         box.close();
     });
-    m_bench->window.onPrintReportClicked();
+    m_test->window.onPrintReportClicked();
     qputenv("TMPDIR", reports);
     qputenv("PATH", commands);
     QVERIFY(look.given());

@@ -24,13 +24,13 @@
 using namespace Qt::StringLiterals;
 
 using Support::Answer;
-using Support::Bench;
 using Support::BoxAnswer;
 using Support::Browser;
 using Support::contentOf;
 using Support::FileAnswer;
 using Support::put;
 using Support::ReportDocument;
+using Support::TestWindow;
 
 namespace
 {
@@ -134,8 +134,8 @@ void TestPaths::init()
 
 void TestPaths::save(const QString& path)
 {
-    Bench bench;
-    bench.setText("trussLength", u"17"_s);
+    TestWindow test;
+    test.setText("trussLength", u"17"_s);
     const FileAnswer file(path);
     std::optional<BoxAnswer> saved;
     std::optional<Answer<QMessageBox>> overwrite;
@@ -147,7 +147,7 @@ void TestPaths::save(const QString& path)
     } else {
         saved.emplace(QMessageBox::Ok);
     }
-    bench.window.onSaveProjectClicked();
+    test.window.onSaveProjectClicked();
     QVERIFY(file.given());
     QVERIFY(saved->given());
     QCOMPARE(saved->title, u"Guardado"_s);
@@ -155,18 +155,18 @@ void TestPaths::save(const QString& path)
 
 void TestPaths::open(const QString& path)
 {
-    Bench bench;
+    TestWindow test;
     const FileAnswer file(path);
-    bench.window.onLoadProjectClicked();
+    test.window.onLoadProjectClicked();
     QVERIFY(file.given());
     QCOMPARE(LoadLogic::TrussLength, 17.0F);
 }
 
 void TestPaths::report()
 {
-    Bench bench;
+    TestWindow test;
     const BoxAnswer box(QMessageBox::Ok);
-    bench.window.onPrintReportClicked();
+    test.window.onPrintReportClicked();
     QVERIFY(box.given());
     QCOMPARE(box.title, u"Informe Generado"_s);
 }
@@ -190,10 +190,10 @@ void TestPaths::project_isSavedAndOpened()
 
     if (!name.contains(u'"'))
         open(file);
-    Bench bench;
-    bench.window.openProjectFiles({file, file}); // as from the command line
+    TestWindow test;
+    test.window.openProjectFiles({file, file}); // as from the command line
     QCOMPARE(LoadLogic::TrussLength, 17.0F);
-    QCOMPARE(bench.tabBar()->count(), 2);
+    QCOMPARE(test.tabBar()->count(), 2);
     QCOMPARE(entries(m_folder->path()), QStringList(name)); // nothing was run
 }
 
@@ -309,10 +309,10 @@ void TestPaths::linksPlantedForAReport_areNotFollowed()
     }
     const ReportsGoTo folder(m_folder->path());
     const Browser browser;
-    Bench bench;
-    bench.window.onAddTab();
+    TestWindow test;
+    test.window.onAddTab();
     const BoxAnswer box(QMessageBox::Ok);
-    bench.window.onPrintReportClicked();
+    test.window.onPrintReportClicked();
     QVERIFY(box.given());
 
     QCOMPARE(contentOf(victim), QByteArray("de otro"));

@@ -10,9 +10,9 @@
 
 using namespace Qt::StringLiterals;
 
-using Support::Bench;
 using Support::BoxAnswer;
 using Support::FileAnswer;
+using Support::TestWindow;
 
 namespace
 {
@@ -95,14 +95,14 @@ void TestWindowFiles::initTestCase()
 
 void TestWindowFiles::save_writesTheCurrentProject()
 {
-    Bench bench;
-    bench.hangLoad(69.55F, 4.25F);
+    TestWindow test;
+    test.hangLoad(69.55F, 4.25F);
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"mi proyecto"_s);
     const FileAnswer file(path);
     // The box comes after the dialog that the first answer deals with.
     const BoxAnswer box(QMessageBox::Ok);
-    bench.window.onSaveProjectClicked();
+    test.window.onSaveProjectClicked();
 
     QVERIFY(file.given());
     QCOMPARE(file.title, u"Guardar Proyecto"_s);
@@ -113,36 +113,36 @@ void TestWindowFiles::save_writesTheCurrentProject()
     QCOMPARE(box.text, u"Proyecto guardado con éxito."_s);
     QCOMPARE(box.icon, QMessageBox::Information);
     QCOMPARE(box.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
-    QCOMPARE(box.parent, &bench.window);
-    QCOMPARE(contentOf(path), ProjectFile::toBytes(bench.window.captureCurrentState())); // no ".rig" added
+    QCOMPARE(box.parent, &test.window);
+    QCOMPARE(contentOf(path), ProjectFile::toBytes(test.window.captureCurrentState())); // no ".rig" added
 }
 
 void TestWindowFiles::save_takesTheNameOfTheTab()
 {
-    Bench bench;
-    bench.tabBar()->setTabText(0, u"Otro nombre"_s);
+    TestWindow test;
+    test.tabBar()->setTabText(0, u"Otro nombre"_s);
     const QTemporaryDir folder;
     const FileAnswer file(folder.filePath(u"a.rig"_s));
     const BoxAnswer box(QMessageBox::Ok);
-    bench.window.onSaveProjectClicked();
+    test.window.onSaveProjectClicked();
     QCOMPARE(ProjectFile::read(folder.filePath(u"a.rig"_s)).project.tabName, u"Otro nombre"_s);
 }
 
 void TestWindowFiles::save_cancelled_saysNothing()
 {
-    Bench bench;
+    TestWindow test;
     const FileAnswer file{QString()};
-    bench.window.onSaveProjectClicked(); // a box would wait for the watchdog
+    test.window.onSaveProjectClicked(); // a box would wait for the watchdog
     QVERIFY(file.given());
 }
 
 void TestWindowFiles::save_thatFails_isTold()
 {
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
     const FileAnswer file(folder.filePath(u"no existe/a.rig"_s));
     const BoxAnswer box(QMessageBox::Ok);
-    bench.window.onSaveProjectClicked();
+    test.window.onSaveProjectClicked();
     QVERIFY(box.given());
     QCOMPARE(box.title, u"Error"_s);
     QCOMPARE(box.text, u"No se pudo guardar el archivo."_s);
@@ -152,24 +152,24 @@ void TestWindowFiles::save_thatFails_isTold()
 
 void TestWindowFiles::save_changesNothing()
 {
-    Bench bench;
-    bench.hangLoad(10.0F, 4.0F);
-    const QByteArray before = ProjectFile::toBytes(bench.window.captureCurrentState());
+    TestWindow test;
+    test.hangLoad(10.0F, 4.0F);
+    const QByteArray before = ProjectFile::toBytes(test.window.captureCurrentState());
     const QTemporaryDir folder;
     const FileAnswer file(folder.filePath(u"a.rig"_s));
     const BoxAnswer box(QMessageBox::Ok);
-    bench.window.onSaveProjectClicked();
-    QCOMPARE(ProjectFile::toBytes(bench.window.captureCurrentState()), before);
-    QCOMPARE(bench.undoDepth(), 0);
-    QCOMPARE(bench.tabBar()->tabText(0), u"Proyecto 1"_s);
+    test.window.onSaveProjectClicked();
+    QCOMPARE(ProjectFile::toBytes(test.window.captureCurrentState()), before);
+    QCOMPARE(test.undoDepth(), 0);
+    QCOMPARE(test.tabBar()->tabText(0), u"Proyecto 1"_s);
 }
 
 void TestWindowFiles::open_replacesTheProjectOfTheTab()
 {
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
     const FileAnswer file(put(folder, u"a.rig"_s, otherProject()));
-    bench.window.onLoadProjectClicked();
+    test.window.onLoadProjectClicked();
     QVERIFY(file.given());
     QCOMPARE(file.title, u"Abrir Proyecto"_s);
     QCOMPARE(file.filters, QStringList({u"Rigging Project (*.rig)"_s, u"JSON File (*.json)"_s}));
@@ -178,52 +178,52 @@ void TestWindowFiles::open_replacesTheProjectOfTheTab()
     QCOMPARE(LoadLogic::MotorList.size(), 2);
     QCOMPARE(LoadLogic::MotorList.at(0).id, 4);
     QCOMPARE(LoadLogic::ActiveLoads.size(), 1);
-    QCOMPARE(bench.tabBar()->count(), 1);
+    QCOMPARE(test.tabBar()->count(), 1);
 }
 
 void TestWindowFiles::open_cancelled_saysNothing()
 {
-    Bench bench;
+    TestWindow test;
     const FileAnswer file{QString()};
-    bench.window.onLoadProjectClicked();
+    test.window.onLoadProjectClicked();
     QVERIFY(file.given());
-    QCOMPARE(bench.undoDepth(), 0);
+    QCOMPARE(test.undoDepth(), 0);
     QCOMPARE(LoadLogic::TrussLength, 12.0F);
 }
 
 void TestWindowFiles::open_calculates()
 {
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
-    QVERIFY(bench.window.openProjectFile(put(folder, u"a.rig"_s, otherProject())));
+    QVERIFY(test.window.openProjectFile(put(folder, u"a.rig"_s, otherProject())));
     // Half of 500 kg, half a span of 10 m, an overhang of 5 m: 250 + 42 + 42.
     QCOMPARE(LoadLogic::MotorList.at(0).staticLoad, 334.0F);
 }
 
 void TestWindowFiles::open_keepsTheTitleOfTheTab()
 {
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
-    QVERIFY(bench.window.openProjectFile(put(folder, u"a.rig"_s, otherProject())));
-    QCOMPARE(bench.tabBar()->tabText(0), u"Proyecto 1"_s);
+    QVERIFY(test.window.openProjectFile(put(folder, u"a.rig"_s, otherProject())));
+    QCOMPARE(test.tabBar()->tabText(0), u"Proyecto 1"_s);
 }
 
 void TestWindowFiles::open_isOneUndoStep()
 {
-    Bench bench;
-    bench.hangLoad(10.0F, 4.0F);
-    const QByteArray before = ProjectFile::toBytes(bench.window.captureCurrentState());
+    TestWindow test;
+    test.hangLoad(10.0F, 4.0F);
+    const QByteArray before = ProjectFile::toBytes(test.window.captureCurrentState());
     const QTemporaryDir folder;
-    QVERIFY(bench.window.openProjectFile(put(folder, u"a.rig"_s, otherProject())));
-    QCOMPARE(bench.undoDepth(), 1);
-    bench.window.undo();
-    QCOMPARE(ProjectFile::toBytes(bench.window.captureCurrentState()), before);
+    QVERIFY(test.window.openProjectFile(put(folder, u"a.rig"_s, otherProject())));
+    QCOMPARE(test.undoDepth(), 1);
+    test.window.undo();
+    QCOMPARE(ProjectFile::toBytes(test.window.captureCurrentState()), before);
 }
 
 void TestWindowFiles::openedScreenFields_areTheDefaults()
 {
-    Bench bench;
-    bench.window.restoreProjectState([] {
+    TestWindow test;
+    test.window.restoreProjectState([] {
         LoadLogic::ProjectState state;
         state.screenWidth = 9.0F;
         state.screenHeight = 8.0F;
@@ -234,9 +234,9 @@ void TestWindowFiles::openedScreenFields_areTheDefaults()
     }());
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.rig"_s);
-    QVERIFY(ProjectFile::write(path, bench.window.captureCurrentState()));
-    QVERIFY(bench.window.openProjectFile(path));
-    const LoadLogic::ProjectState state = bench.window.captureCurrentState();
+    QVERIFY(ProjectFile::write(path, test.window.captureCurrentState()));
+    QVERIFY(test.window.openProjectFile(path));
+    const LoadLogic::ProjectState state = test.window.captureCurrentState();
     QCOMPARE(state.screenWidth, 4.0F);
     QCOMPARE(state.screenHeight, 3.0F);
     QCOMPARE(state.screenWeightM2, 40.0F);
@@ -246,34 +246,34 @@ void TestWindowFiles::openedScreenFields_areTheDefaults()
 
 void TestWindowFiles::emptyObject_opensWithTheEnginesWeightAndCpl()
 {
-    Bench bench;
+    TestWindow test;
     LoadLogic::TrussSelfWeight = 11.0F;
     LoadLogic::Limit_CPL = 900.0F;
     const QTemporaryDir folder;
-    QVERIFY(bench.window.openProjectFile(put(folder, u"vacio.rig"_s, "{}")));
+    QVERIFY(test.window.openProjectFile(put(folder, u"vacio.rig"_s, "{}")));
     QCOMPARE(LoadLogic::TrussLength, 12.0F);
     QCOMPARE(LoadLogic::TrussSelfWeight, 11.0F);
     QCOMPARE(LoadLogic::Limit_CPL, 900.0F);
     QVERIFY(LoadLogic::MotorList.isEmpty());
     QVERIFY(LoadLogic::ActiveLoads.isEmpty());
-    QCOMPARE(bench.tabBar()->tabText(0), u"Proyecto 1"_s);
+    QCOMPARE(test.tabBar()->tabText(0), u"Proyecto 1"_s);
 }
 
 void TestWindowFiles::unreadableFile_isTold()
 {
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
     for (const QString& path : {folder.filePath(u"nada.rig"_s), folder.path()}) {
         const BoxAnswer box(QMessageBox::Ok);
-        QVERIFY(!bench.window.openProjectFile(path));
+        QVERIFY(!test.window.openProjectFile(path));
         QVERIFY(box.given());
         QCOMPARE(box.title, u"Error"_s);
         QCOMPARE(box.text, u"No se pudo leer el archivo."_s);
         QCOMPARE(box.icon, QMessageBox::Critical);
         QCOMPARE(box.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
-        QCOMPARE(box.parent, &bench.window);
+        QCOMPARE(box.parent, &test.window);
     }
-    QCOMPARE(bench.undoDepth(), 0);
+    QCOMPARE(test.undoDepth(), 0);
 }
 
 void TestWindowFiles::badFile_isToldAndChangesNothing_data()
@@ -289,39 +289,39 @@ void TestWindowFiles::badFile_isToldAndChangesNothing_data()
 void TestWindowFiles::badFile_isToldAndChangesNothing()
 {
     QFETCH(const QByteArray, bytes);
-    Bench bench;
-    bench.hangLoad(10.0F, 4.0F);
-    const QByteArray before = ProjectFile::toBytes(bench.window.captureCurrentState());
+    TestWindow test;
+    test.hangLoad(10.0F, 4.0F);
+    const QByteArray before = ProjectFile::toBytes(test.window.captureCurrentState());
     const QTemporaryDir folder;
     const BoxAnswer box(QMessageBox::Ok);
-    QVERIFY(!bench.window.openProjectFile(put(folder, u"a.rig"_s, bytes)));
+    QVERIFY(!test.window.openProjectFile(put(folder, u"a.rig"_s, bytes)));
     QVERIFY(box.given());
     QCOMPARE(box.title, u"Error"_s);
     QCOMPARE(box.text, u"Formato de archivo inválido."_s);
     QCOMPARE(box.icon, QMessageBox::Critical);
-    QCOMPARE(ProjectFile::toBytes(bench.window.captureCurrentState()), before);
-    QCOMPARE(bench.undoDepth(), 0);
+    QCOMPARE(ProjectFile::toBytes(test.window.captureCurrentState()), before);
+    QCOMPARE(test.undoDepth(), 0);
 }
 
 void TestWindowFiles::openedIds_areNotUsedAgain()
 {
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
-    QVERIFY(bench.window.openProjectFile(put(folder, u"a.rig"_s, otherProject())));
+    QVERIFY(test.window.openProjectFile(put(folder, u"a.rig"_s, otherProject())));
     QVERIFY(LoadLogic::NextLoadId > 1000);
     QVERIFY(LoadLogic::NextGroupId > 2000);
 }
 
 void TestWindowFiles::savedArray_comesBackUntyped()
 {
-    Bench bench;
-    bench.addScreen();
+    TestWindow test;
+    test.addScreen();
     const QList<LoadLogic::ActiveLoad> before = LoadLogic::ActiveLoads;
     QVERIFY(before.size() > 1);
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.rig"_s);
-    QVERIFY(ProjectFile::write(path, bench.window.captureCurrentState()));
-    QVERIFY(bench.window.openProjectFile(path));
+    QVERIFY(ProjectFile::write(path, test.window.captureCurrentState()));
+    QVERIFY(test.window.openProjectFile(path));
     QCOMPARE(LoadLogic::ActiveLoads.size(), before.size());
     for (qsizetype i = 0; i < before.size(); ++i) {
         const LoadLogic::ActiveLoad& load = LoadLogic::ActiveLoads.at(i);
@@ -338,82 +338,82 @@ void TestWindowFiles::savedArray_comesBackUntyped()
 
 void TestWindowFiles::selection_endsWithOpening()
 {
-    Bench bench;
-    bench.window.showLoadProperties(bench.hangLoad(10.0F, 4.0F));
+    TestWindow test;
+    test.window.showLoadProperties(test.hangLoad(10.0F, 4.0F));
     const QTemporaryDir folder;
-    QVERIFY(bench.window.openProjectFile(put(folder, u"a.rig"_s, otherProject())));
-    QCOMPARE(bench.window.selectedLoadId, -1);
+    QVERIFY(test.window.openProjectFile(put(folder, u"a.rig"_s, otherProject())));
+    QCOMPARE(test.window.selectedLoadId, -1);
 }
 
 void TestWindowFiles::twoFiles_openInTwoNamedTabs()
 {
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
-    bench.window.openProjectFiles({put(folder, u"a.rig"_s, otherProject(u"Uno %1"_s)),
-                                   put(folder, u"b.rig"_s, "{\"trussLength\": 7}")});
-    QCOMPARE(bench.tabBar()->count(), 2);
-    QCOMPARE(bench.tabBar()->tabText(0), u"Uno %1"_s);
-    QCOMPARE(bench.tabBar()->tabText(1), u"Proyecto Cargado"_s);
-    QCOMPARE(bench.window.projects.size(), 2);
-    QCOMPARE(bench.window.currentProjectIndex, 1);
+    test.window.openProjectFiles({put(folder, u"a.rig"_s, otherProject(u"Uno %1"_s)),
+                                  put(folder, u"b.rig"_s, "{\"trussLength\": 7}")});
+    QCOMPARE(test.tabBar()->count(), 2);
+    QCOMPARE(test.tabBar()->tabText(0), u"Uno %1"_s);
+    QCOMPARE(test.tabBar()->tabText(1), u"Proyecto Cargado"_s);
+    QCOMPARE(test.window.projects.size(), 2);
+    QCOMPARE(test.window.currentProjectIndex, 1);
     QCOMPARE(LoadLogic::TrussLength, 7.0F);
-    QCOMPARE(bench.window.projects.at(0).trussLength, 20.0F);
-    QCOMPARE(bench.window.projects.at(0).tabName, u"Uno %1"_s);
+    QCOMPARE(test.window.projects.at(0).trussLength, 20.0F);
+    QCOMPARE(test.window.projects.at(0).tabName, u"Uno %1"_s);
 }
 
 void TestWindowFiles::oneFile_namesTheTab()
 {
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
-    bench.window.openProjectFiles({put(folder, u"a.rig"_s, otherProject(u"Gira 2024"_s))});
-    QCOMPARE(bench.tabBar()->count(), 1);
-    QCOMPARE(bench.tabBar()->tabText(0), u"Gira 2024"_s);
-    QCOMPARE(bench.window.projects.at(0).tabName, u"Gira 2024"_s);
+    test.window.openProjectFiles({put(folder, u"a.rig"_s, otherProject(u"Gira 2024"_s))});
+    QCOMPARE(test.tabBar()->count(), 1);
+    QCOMPARE(test.tabBar()->tabText(0), u"Gira 2024"_s);
+    QCOMPARE(test.window.projects.at(0).tabName, u"Gira 2024"_s);
     QCOMPARE(LoadLogic::TrussLength, 20.0F);
 }
 
 void TestWindowFiles::fileWithoutAName_leavesTheTabItsName()
 {
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
-    bench.window.openProjectFiles(
+    test.window.openProjectFiles(
         {put(folder, u"a.rig"_s, otherProject(QString())), put(folder, u"b.rig"_s, otherProject(u"B"_s))});
-    QCOMPARE(bench.tabBar()->tabText(0), u"Proyecto 1"_s);
-    QCOMPARE(bench.tabBar()->tabText(1), u"B"_s);
+    QCOMPARE(test.tabBar()->tabText(0), u"Proyecto 1"_s);
+    QCOMPARE(test.tabBar()->tabText(1), u"B"_s);
 }
 
 void TestWindowFiles::withoutProjects_theFirstFileGetsNoTab()
 {
-    Bench bench;
-    bench.window.projects.clear();
-    bench.window.currentProjectIndex = -1;
-    bench.tabBar()->removeTab(0);
+    TestWindow test;
+    test.window.projects.clear();
+    test.window.currentProjectIndex = -1;
+    test.tabBar()->removeTab(0);
     const QTemporaryDir folder;
-    bench.window.openProjectFiles(
+    test.window.openProjectFiles(
         {put(folder, u"a.rig"_s, otherProject(u"A"_s)), put(folder, u"b.rig"_s, otherProject(u"B"_s))});
-    QCOMPARE(bench.tabBar()->count(), 1);
-    QCOMPARE(bench.tabBar()->tabText(0), u"B"_s);
-    QCOMPARE(bench.window.projects.size(), 1);
-    QCOMPARE(bench.window.projects.at(0).tabName, u"B"_s);
+    QCOMPARE(test.tabBar()->count(), 1);
+    QCOMPARE(test.tabBar()->tabText(0), u"B"_s);
+    QCOMPARE(test.window.projects.size(), 1);
+    QCOMPARE(test.window.projects.at(0).tabName, u"B"_s);
 }
 
 void TestWindowFiles::badFileAmongSeveral_opensNoTab()
 {
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
     const BoxAnswer box(QMessageBox::Ok);
-    bench.window.openProjectFiles({put(folder, u"a.rig"_s, otherProject(u"A"_s)),
-                                   put(folder, u"b.rig"_s, "[]"),
-                                   put(folder, u"c.rig"_s, otherProject(u"C"_s))});
+    test.window.openProjectFiles({put(folder, u"a.rig"_s, otherProject(u"A"_s)),
+                                  put(folder, u"b.rig"_s, "[]"),
+                                  put(folder, u"c.rig"_s, otherProject(u"C"_s))});
     QVERIFY(box.given());
-    QCOMPARE(bench.tabBar()->count(), 2);
-    QCOMPARE(bench.tabBar()->tabText(0), u"A"_s);
-    QCOMPARE(bench.tabBar()->tabText(1), u"C"_s);
+    QCOMPARE(test.tabBar()->count(), 2);
+    QCOMPARE(test.tabBar()->tabText(0), u"A"_s);
+    QCOMPARE(test.tabBar()->tabText(1), u"C"_s);
 }
 
 void TestWindowFiles::manyFiles_keepTheirOwnProjects()
 {
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
     QStringList paths;
     for (int i = 0; i < 5; ++i) {
@@ -422,11 +422,11 @@ void TestWindowFiles::manyFiles_keepTheirOwnProjects()
             put(folder, name,
                 "{\"tabName\": \"P" + name.toUtf8() + "\", \"trussLength\": 1" + name.toUtf8() + '}'));
     }
-    bench.window.openProjectFiles(paths);
+    test.window.openProjectFiles(paths);
     for (int i = 0; i < 5; ++i) {
-        bench.tabBar()->setCurrentIndex(i);
+        test.tabBar()->setCurrentIndex(i);
         QCOMPARE(LoadLogic::TrussLength, 10.0F + static_cast<float>(i));
-        QCOMPARE(bench.tabBar()->tabText(i), u'P' + QString::number(i));
+        QCOMPARE(test.tabBar()->tabText(i), u'P' + QString::number(i));
     }
 }
 
@@ -451,14 +451,14 @@ void TestWindowFiles::strangeProjects_areOpenedAsTheyAre_data()
 void TestWindowFiles::strangeProjects_areOpenedAsTheyAre()
 {
     QFETCH(const QByteArray, json);
-    Bench bench;
+    TestWindow test;
     const QTemporaryDir folder;
-    QVERIFY(bench.window.openProjectFile(put(folder, u"a.rig"_s, json)));
-    bench.window.grab(); // paints everything once
-    bench.window.onAddMotorClicked();
-    bench.window.onAddLoadClicked();
-    bench.window.undo();
-    QVERIFY(ProjectFile::fromBytes(ProjectFile::toBytes(bench.window.captureCurrentState())).has_value());
+    QVERIFY(test.window.openProjectFile(put(folder, u"a.rig"_s, json)));
+    test.window.grab(); // paints everything once
+    test.window.onAddMotorClicked();
+    test.window.onAddLoadClicked();
+    test.window.undo();
+    QVERIFY(ProjectFile::fromBytes(ProjectFile::toBytes(test.window.captureCurrentState())).has_value());
 }
 
 QTEST_MAIN(TestWindowFiles)

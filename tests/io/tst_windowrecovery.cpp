@@ -120,18 +120,18 @@ private slots:
 private:
     void keep()
     {
-        m_bench->window.keepRecovery(m_folder->path());
+        m_test->window.keepRecovery(m_folder->path());
     }
     /// As after a crash: another window, and the file of the first.
     void crash()
     {
-        m_bench->window.saveRecovery();
+        m_test->window.saveRecovery();
         start();
     }
     void start()
     {
-        m_bench.reset();
-        m_bench = std::make_unique<Support::Bench>();
+        m_test.reset();
+        m_test = std::make_unique<Support::TestWindow>();
         keep();
     }
     [[nodiscard]] RecoverySession written() const
@@ -142,71 +142,71 @@ private:
     [[nodiscard]] QStringList kept() const
     {
         QStringList lines;
-        const QList<KeptProject> projects = m_bench->window.keptProjects();
+        const QList<KeptProject> projects = m_test->window.keptProjects();
         for (const KeptProject& one : projects)
             lines.append(one.project.tabName + QString::number(static_cast<int>(one.reason)));
         return lines;
     }
     void addTab(float mass)
     {
-        m_bench->window.onAddTab();
-        m_bench->hangLoad(mass, 3.0F);
+        m_test->window.onAddTab();
+        m_test->hangLoad(mass, 3.0F);
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<Support::Bench> m_bench;
+    std::unique_ptr<Support::TestWindow> m_test;
 };
 
 void TestWindowRecovery::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
-    m_bench = std::make_unique<Support::Bench>();
+    m_test = std::make_unique<Support::TestWindow>();
 }
 
 void TestWindowRecovery::cleanup()
 {
-    m_bench.reset();
+    m_test.reset();
 }
 
 void TestWindowRecovery::withoutRecovery_nothingIsWritten()
 {
-    m_bench->hangLoad(100.0F, 3.0F);
-    m_bench->window.saveRecovery();
-    m_bench->window.endRecovery();
-    m_bench->window.recover(RecoveryChoice::Last);
-    QVERIFY(!m_bench->window.recoveryNotice());
-    QVERIFY(m_bench->window.keptProjects().isEmpty());
+    m_test->hangLoad(100.0F, 3.0F);
+    m_test->window.saveRecovery();
+    m_test->window.endRecovery();
+    m_test->window.recover(RecoveryChoice::Last);
+    QVERIFY(!m_test->window.recoveryNotice());
+    QVERIFY(m_test->window.keptProjects().isEmpty());
 }
 
 void TestWindowRecovery::aChange_isInTheFileWithinASecond()
 {
     keep();
-    m_bench->hangLoad(123.25F, 3.0F);
+    m_test->hangLoad(123.25F, 3.0F);
     QTRY_COMPARE_WITH_TIMEOUT(written().tabs.size(), 1, 2000);
-    QVERIFY(RecoveryProject::isSame(written().tabs.at(0), m_bench->window.captureCurrentState()));
-    m_bench->setText("loadMass", u"7"_s);
-    m_bench->window.onAddMotorClicked();
+    QVERIFY(RecoveryProject::isSame(written().tabs.at(0), m_test->window.captureCurrentState()));
+    m_test->setText("loadMass", u"7"_s);
+    m_test->window.onAddMotorClicked();
     QTRY_COMPARE_WITH_TIMEOUT(written().tabs.at(0).motors.size(), 3, 2000);
-    m_bench->tabBar()->setTabText(0, u"Otro nombre"_s);
+    m_test->tabBar()->setTabText(0, u"Otro nombre"_s);
     QTRY_COMPARE_WITH_TIMEOUT(written().tabs.at(0).tabName, u"Otro nombre"_s, 2000);
 }
 
 void TestWindowRecovery::aDrag_isFollowed()
 {
     keep();
-    m_bench->canvas()->resize(800, 600);
-    m_bench->hangLoad(100.0F, 3.0F);
-    m_bench->window.saveRecovery();
+    m_test->canvas()->resize(800, 600);
+    m_test->hangLoad(100.0F, 3.0F);
+    m_test->window.saveRecovery();
     LoadLogic::ActiveLoads[0].positionX = 4.5F; // as a step does
-    m_bench->window.edited();
+    m_test->window.edited();
     QTRY_COMPARE_WITH_TIMEOUT(written().tabs.at(0).loads.at(0).positionX, 4.5F, 2000);
 }
 
 void TestWindowRecovery::nothingIsWritten_beforeSomebodyWorks()
 {
     keep();
-    m_bench->window.onAddTab();
-    m_bench->window.saveRecovery();
+    m_test->window.onAddTab();
+    m_test->window.saveRecovery();
     QVERIFY(Support::namesIn(m_folder->path()).isEmpty());
 }
 
@@ -215,24 +215,24 @@ void TestWindowRecovery::closedTabs_areKept()
     keep();
     addTab(1.0F);
     addTab(2.0F);
-    m_bench->window.onTabChanged(0);
-    m_bench->tabBar()->setCurrentIndex(0);
-    m_bench->window.onCloseTab(2);
+    m_test->window.onTabChanged(0);
+    m_test->tabBar()->setCurrentIndex(0);
+    m_test->window.onCloseTab(2);
     QCOMPARE(kept(), QStringList(u"Proyecto 30"_s));
-    QCOMPARE(m_bench->window.keptProjects().at(0).project.loads.at(0).mass, 2.0F);
+    QCOMPARE(m_test->window.keptProjects().at(0).project.loads.at(0).mass, 2.0F);
 }
 
 // Closing the current tab leaves its project in the place of the next one.
 void TestWindowRecovery::overwrittenTabs_areKept()
 {
     keep();
-    m_bench->hangLoad(1.0F, 3.0F);
+    m_test->hangLoad(1.0F, 3.0F);
     addTab(2.0F);
     addTab(3.0F);
-    m_bench->tabBar()->setCurrentIndex(1);
-    m_bench->window.onCloseTab(1);
+    m_test->tabBar()->setCurrentIndex(1);
+    m_test->window.onCloseTab(1);
     QCOMPARE(kept(), QStringList({u"Proyecto 20"_s, u"Proyecto 33"_s}));
-    QCOMPARE(m_bench->window.keptProjects().at(1).project.loads.at(0).mass, 3.0F);
+    QCOMPARE(m_test->window.keptProjects().at(1).project.loads.at(0).mass, 3.0F);
 }
 
 void TestWindowRecovery::everyProjectOfAnyClosing_isSomewhere()
@@ -241,16 +241,16 @@ void TestWindowRecovery::everyProjectOfAnyClosing_isSomewhere()
         for (int closed = 0; closed < 4; ++closed) {
             init();
             keep();
-            m_bench->hangLoad(1.0F, 3.0F);
+            m_test->hangLoad(1.0F, 3.0F);
             for (const float mass : {2.0F, 3.0F, 4.0F})
                 addTab(mass);
-            m_bench->tabBar()->setCurrentIndex(current);
-            m_bench->hangLoad(0.5F, 4.0F); // what no snapshot holds yet
-            const QList<LoadLogic::ProjectState> before = m_bench->window.openProjects();
-            m_bench->window.onCloseTab(closed);
+            m_test->tabBar()->setCurrentIndex(current);
+            m_test->hangLoad(0.5F, 4.0F); // what no snapshot holds yet
+            const QList<LoadLogic::ProjectState> before = m_test->window.openProjects();
+            m_test->window.onCloseTab(closed);
 
-            QList<LoadLogic::ProjectState> after = m_bench->window.openProjects();
-            for (const KeptProject& one : m_bench->window.keptProjects())
+            QList<LoadLogic::ProjectState> after = m_test->window.openProjects();
+            for (const KeptProject& one : m_test->window.keptProjects())
                 after.append(one.project);
             for (const LoadLogic::ProjectState& project : before) {
                 const bool isThere = std::any_of(after.cbegin(), after.cend(), [&](const auto& other) {
@@ -259,7 +259,7 @@ void TestWindowRecovery::everyProjectOfAnyClosing_isSomewhere()
                 QVERIFY2(isThere, qPrintable(project.tabName + u" of "_s + QString::number(current)
                                              + QString::number(closed)));
             }
-            QCOMPARE(m_bench->window.keptProjects().at(0).project.tabName, before.at(closed).tabName);
+            QCOMPARE(m_test->window.keptProjects().at(0).project.tabName, before.at(closed).tabName);
         }
     }
 }
@@ -267,18 +267,18 @@ void TestWindowRecovery::everyProjectOfAnyClosing_isSomewhere()
 void TestWindowRecovery::resetProjects_areKept()
 {
     keep();
-    m_bench->hangLoad(1.0F, 3.0F);
+    m_test->hangLoad(1.0F, 3.0F);
     {
         const BoxAnswer no(QMessageBox::No);
-        m_bench->window.onResetProjectClicked();
+        m_test->window.onResetProjectClicked();
         QVERIFY(no.given());
         QVERIFY(kept().isEmpty());
     }
     const BoxAnswer yes(QMessageBox::Yes);
-    m_bench->window.onResetProjectClicked();
+    m_test->window.onResetProjectClicked();
     QVERIFY(yes.given());
     QCOMPARE(kept(), QStringList(u"Proyecto 11"_s));
-    QCOMPARE(m_bench->window.keptProjects().at(0).project.loads.size(), 1);
+    QCOMPARE(m_test->window.keptProjects().at(0).project.loads.size(), 1);
 }
 
 void TestWindowRecovery::replacedProjects_areKept()
@@ -286,8 +286,8 @@ void TestWindowRecovery::replacedProjects_areKept()
     keep();
     const QString path = m_folder->filePath(u"a.rig"_s);
     QVERIFY(ProjectFile::write(path, Support::workOf(u"Archivo"_s)));
-    m_bench->hangLoad(1.0F, 3.0F);
-    QVERIFY(m_bench->window.openProjectFile(path));
+    m_test->hangLoad(1.0F, 3.0F);
+    QVERIFY(m_test->window.openProjectFile(path));
     QCOMPARE(kept(), QStringList(u"Proyecto 12"_s));
 }
 
@@ -296,44 +296,44 @@ void TestWindowRecovery::untouchedProjects_areNot()
     keep();
     const QString path = m_folder->filePath(u"a.rig"_s);
     QVERIFY(ProjectFile::write(path, Support::workOf(u"Archivo"_s)));
-    QVERIFY(m_bench->window.openProjectFile(path));
-    m_bench->window.onAddTab();
-    m_bench->window.onCloseTab(0);
+    QVERIFY(m_test->window.openProjectFile(path));
+    m_test->window.onAddTab();
+    m_test->window.onCloseTab(0);
     QVERIFY(!kept().contains(u"Proyecto 12"_s));
-    for (const KeptProject& one : m_bench->window.keptProjects())
+    for (const KeptProject& one : m_test->window.keptProjects())
         QVERIFY(!RecoveryProject::isUntouched(one.project));
 }
 
 void TestWindowRecovery::f9_listsAndOpens()
 {
     keep();
-    m_bench->addScreen();
-    m_bench->hangLoad(44.5F, 3.0F);
-    const LoadLogic::ProjectState before = m_bench->window.captureCurrentState();
+    m_test->addScreen();
+    m_test->hangLoad(44.5F, 3.0F);
+    const LoadLogic::ProjectState before = m_test->window.captureCurrentState();
     {
         const BoxAnswer yes(QMessageBox::Yes);
-        m_bench->window.onResetProjectClicked();
+        m_test->window.onResetProjectClicked();
     }
-    QVERIFY(m_bench->activate());
+    QVERIFY(m_test->activate());
     const ListAnswer answer({0});
-    QTest::keyClick(&m_bench->window, Qt::Key_F9);
+    QTest::keyClick(&m_test->window, Qt::Key_F9);
     QVERIFY(answer.given());
     QCOMPARE(answer.rows.size(), 1);
     QCOMPARE(answer.rows.at(0).at(0), u"Proyecto 1"_s);
     QCOMPARE(answer.rows.at(0).sliced(2), QStringList({u"2"_s, u"1"_s, u"1"_s, u"Proyecto restaurado"_s}));
     QVERIFY(answer.ticked.isEmpty());
-    QCOMPARE(m_bench->tabBar()->count(), 2);
-    QCOMPARE(m_bench->tabBar()->currentIndex(), 1);
-    QCOMPARE(m_bench->tabBar()->tabText(1), u"Proyecto 1"_s);
-    QVERIFY(RecoveryProject::isSame(m_bench->window.captureCurrentState(), before));
-    QCOMPARE(m_bench->window.keptProjects().size(), 1); // it stays
+    QCOMPARE(m_test->tabBar()->count(), 2);
+    QCOMPARE(m_test->tabBar()->currentIndex(), 1);
+    QCOMPARE(m_test->tabBar()->tabText(1), u"Proyecto 1"_s);
+    QVERIFY(RecoveryProject::isSame(m_test->window.captureCurrentState(), before));
+    QCOMPARE(m_test->window.keptProjects().size(), 1); // it stays
 }
 
 void TestWindowRecovery::f9_withNothing_saysSo()
 {
     keep();
     const BoxAnswer box(QMessageBox::Ok);
-    m_bench->window.recover(RecoveryChoice::Unclosed);
+    m_test->window.recover(RecoveryChoice::Unclosed);
     QVERIFY(box.given());
     QCOMPARE(box.text, u"No hay nada que recuperar."_s);
 }
@@ -341,54 +341,54 @@ void TestWindowRecovery::f9_withNothing_saysSo()
 void TestWindowRecovery::aCrash_isToldUntilTheListWasSeen()
 {
     keep();
-    QVERIFY(!m_bench->window.recoveryNotice());
-    m_bench->hangLoad(1.0F, 3.0F);
+    QVERIFY(!m_test->window.recoveryNotice());
+    m_test->hangLoad(1.0F, 3.0F);
     addTab(2.0F);
     crash();
-    QVERIFY(m_bench->window.recoveryNotice()->startsWith(u"Hay trabajo sin cerrar de "_s));
-    QVERIFY(m_bench->window.recoveryNotice()->endsWith(u": recuperar (F9)"_s));
-    QCOMPARE(m_bench->tabBar()->count(), 1);
-    const auto* line = m_bench->window.findChild<NoticeLine*>();
+    QVERIFY(m_test->window.recoveryNotice()->startsWith(u"Hay trabajo sin cerrar de "_s));
+    QVERIFY(m_test->window.recoveryNotice()->endsWith(u": recuperar (F9)"_s));
+    QCOMPARE(m_test->tabBar()->count(), 1);
+    const auto* line = m_test->window.findChild<NoticeLine*>();
     QVERIFY(line != nullptr);
     const auto tells = [line](const QString& text) {
         const QList<Notice>& notices = line->notices();
         return std::any_of(notices.cbegin(), notices.cend(),
                            [&text](const Notice& notice) { return notice.text == text; });
     };
-    const QString notice = m_bench->window.recoveryNotice().value();
+    const QString notice = m_test->window.recoveryNotice().value();
     QTRY_VERIFY(tells(notice));
     start(); // not answered: nothing is lost
-    QVERIFY(m_bench->window.recoveryNotice());
+    QVERIFY(m_test->window.recoveryNotice());
 
     const ListAnswer answer({}, false);
-    m_bench->window.recover(RecoveryChoice::Unclosed);
+    m_test->window.recover(RecoveryChoice::Unclosed);
     QVERIFY(answer.given());
     QCOMPARE(answer.ticked, QList<int>({0, 1}));
     QVERIFY(!answer.mayOpen);
-    QVERIFY(!m_bench->window.recoveryNotice());
-    QCOMPARE(m_bench->tabBar()->count(), 1);
+    QVERIFY(!m_test->window.recoveryNotice());
+    QCOMPARE(m_test->tabBar()->count(), 1);
     start();
-    QVERIFY(!m_bench->window.recoveryNotice());
+    QVERIFY(!m_test->window.recoveryNotice());
     const ListAnswer again({0, 1});
-    m_bench->window.recover(RecoveryChoice::Unclosed);
+    m_test->window.recover(RecoveryChoice::Unclosed);
     QVERIFY(again.given());
     QCOMPARE(again.rows.size(), 2);
     QVERIFY(again.ticked.isEmpty());
-    QCOMPARE(m_bench->tabBar()->count(), 3);
+    QCOMPARE(m_test->tabBar()->count(), 3);
 }
 
 void TestWindowRecovery::arrays_comeBackAsArrays()
 {
     keep();
-    m_bench->setText("screenHeight", u"3.75"_s);
-    m_bench->addScreen();
-    const LoadLogic::ProjectState before = m_bench->window.captureCurrentState();
+    m_test->setText("screenHeight", u"3.75"_s);
+    m_test->addScreen();
+    const LoadLogic::ProjectState before = m_test->window.captureCurrentState();
     QVERIFY(Project::isArraySegment(before.loads.at(0)));
     crash();
     const ListAnswer answer({0});
-    m_bench->window.recover(RecoveryChoice::Unclosed);
+    m_test->window.recover(RecoveryChoice::Unclosed);
     QVERIFY(answer.given());
-    const LoadLogic::ProjectState after = m_bench->window.captureCurrentState();
+    const LoadLogic::ProjectState after = m_test->window.captureCurrentState();
     QVERIFY(RecoveryProject::isSame(after, before));
     QCOMPARE(after.trussStressPercentage, before.trussStressPercentage);
     for (qsizetype i = 0; i < after.motors.size(); ++i)
@@ -400,12 +400,12 @@ void TestWindowRecovery::arrays_comeBackAsArrays()
 void TestWindowRecovery::usualEnd_isNotTold()
 {
     keep();
-    m_bench->hangLoad(1.0F, 3.0F);
-    m_bench->window.endRecovery();
+    m_test->hangLoad(1.0F, 3.0F);
+    m_test->window.endRecovery();
     start();
-    QVERIFY(!m_bench->window.recoveryNotice());
+    QVERIFY(!m_test->window.recoveryNotice());
     const ListAnswer answer({}, false);
-    m_bench->window.recover(RecoveryChoice::Unclosed);
+    m_test->window.recover(RecoveryChoice::Unclosed);
     QVERIFY(answer.given());
     QCOMPARE(answer.rows.size(), 1);
     QCOMPARE(answer.rows.at(0).constLast(), u"Abierto al cerrar el programa"_s);
@@ -415,14 +415,14 @@ void TestWindowRecovery::usualEnd_isNotTold()
 void TestWindowRecovery::recoverLast_ticksTheLastSession()
 {
     keep();
-    m_bench->hangLoad(1.0F, 3.0F);
-    m_bench->window.endRecovery();
+    m_test->hangLoad(1.0F, 3.0F);
+    m_test->window.endRecovery();
     start();
     const ListAnswer answer({0});
-    m_bench->window.recover(RecoveryChoice::Last);
+    m_test->window.recover(RecoveryChoice::Last);
     QVERIFY(answer.given());
     QCOMPARE(answer.ticked, QList<int>({0}));
-    QCOMPARE(m_bench->tabBar()->count(), 2);
+    QCOMPARE(m_test->tabBar()->count(), 2);
 }
 
 void TestWindowRecovery::unreadableFiles_cannotBeTicked()
@@ -430,10 +430,10 @@ void TestWindowRecovery::unreadableFiles_cannotBeTicked()
     const QString path = m_folder->filePath(u"sesion-0123456789abcdef.abierta.json"_s);
     Support::put(path, "roto");
     keep();
-    QCOMPARE(m_bench->window.recoveryNotice(),
+    QCOMPARE(m_test->window.recoveryNotice(),
              u"Hay trabajo sin cerrar que no se puede recuperar: detalles (F9)"_s);
     const ListAnswer answer({0});
-    m_bench->window.recover(RecoveryChoice::Last);
+    m_test->window.recover(RecoveryChoice::Last);
     QVERIFY(answer.given());
     QVERIFY(!answer.mayOpen);
     QCOMPARE(answer.rows.at(0).at(0), path);
@@ -443,16 +443,16 @@ void TestWindowRecovery::unreadableFiles_cannotBeTicked()
 void TestWindowRecovery::copiesOfUnfinishedSaving_comeBack()
 {
     keep();
-    m_bench->hangLoad(1.0F, 3.0F);
+    m_test->hangLoad(1.0F, 3.0F);
     Support::put(m_folder->filePath(u"gira.rig.0123456789abcdef"_s),
                  ProjectFile::toBytes(LoadLogic::Snapshot()));
     const ListAnswer answer({0});
-    m_bench->window.recover(RecoveryChoice::Last);
+    m_test->window.recover(RecoveryChoice::Last);
     QVERIFY(answer.given());
     QCOMPARE(answer.rows.size(), 1);
     QVERIFY(answer.ticked.isEmpty());
     QCOMPARE(answer.rows.at(0).constLast(), u"Copia de «gira.rig» de antes de guardar"_s);
-    QCOMPARE(m_bench->tabBar()->count(), 2);
+    QCOMPARE(m_test->tabBar()->count(), 2);
     QCOMPARE(LoadLogic::ActiveLoads.size(), 1);
 }
 
@@ -460,15 +460,15 @@ void TestWindowRecovery::aFullDisk_isTold()
 {
 #ifdef Q_OS_UNIX
     keep();
-    m_bench->hangLoad(1.0F, 3.0F);
+    m_test->hangLoad(1.0F, 3.0F);
     {
         const Support::FullDisk disk;
-        m_bench->window.saveRecovery();
+        m_test->window.saveRecovery();
     }
-    QCOMPARE(m_bench->window.recoveryNotice(),
+    QCOMPARE(m_test->window.recoveryNotice(),
              u"No se puede guardar la copia de recuperación: guarde sus proyectos"_s);
-    m_bench->window.saveRecovery();
-    QVERIFY(!m_bench->window.recoveryNotice());
+    m_test->window.saveRecovery();
+    QVERIFY(!m_test->window.recoveryNotice());
 #else
     QSKIP("No such limit here");
 #endif
@@ -477,14 +477,14 @@ void TestWindowRecovery::aFullDisk_isTold()
 void TestWindowRecovery::namesOfHostileProjects_arePlainText()
 {
     keep();
-    m_bench->hangLoad(1.0F, 3.0F);
-    m_bench->tabBar()->setTabText(0, u"<b>Uno</b>\n%1 & Co"_s);
+    m_test->hangLoad(1.0F, 3.0F);
+    m_test->tabBar()->setTabText(0, u"<b>Uno</b>\n%1 & Co"_s);
     crash();
     const ListAnswer answer({0});
-    m_bench->window.recover(RecoveryChoice::Unclosed);
+    m_test->window.recover(RecoveryChoice::Unclosed);
     QVERIFY(answer.given());
     QCOMPARE(answer.rows.at(0).at(0), u"<b>Uno</b> %1 & Co"_s);
-    QCOMPARE(m_bench->tabBar()->tabText(1), u"<b>Uno</b>\n%1 & Co"_s);
+    QCOMPARE(m_test->tabBar()->tabText(1), u"<b>Uno</b>\n%1 & Co"_s);
 }
 
 QTEST_MAIN(TestWindowRecovery)

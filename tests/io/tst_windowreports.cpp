@@ -20,11 +20,11 @@
 using namespace Qt::StringLiterals;
 
 using Support::Answer;
-using Support::Bench;
 using Support::BoxAnswer;
 using Support::Browser;
 using Support::ReportDocument;
 using Support::TemporaryDirectory;
+using Support::TestWindow;
 
 namespace
 {
@@ -35,28 +35,28 @@ QString reportIn(const TemporaryDirectory& folder)
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-ReportPage* pageOf(const Bench& bench)
+ReportPage* pageOf(const TestWindow& test)
 {
-    return bench.window.findChild<ReportPage*>();
+    return test.window.findChild<ReportPage*>();
 }
 
-int currentPage(const Bench& bench)
+int currentPage(const TestWindow& test)
 {
-    return bench.window.findChild<QStackedWidget*>(u"centralWidget"_s)->currentIndex();
+    return test.window.findChild<QStackedWidget*>(u"centralWidget"_s)->currentIndex();
 }
 
 /// All that the user can see of the current project, and what stands behind it.
-QStringList seen(const Bench& bench)
+QStringList seen(const TestWindow& test)
 {
     QStringList texts;
-    const auto fields = bench.window.findChildren<QLineEdit*>();
+    const auto fields = test.window.findChildren<QLineEdit*>();
     for (const QLineEdit* field : fields)
         texts.append(field->text());
-    texts.append(QString::number(bench.window.selectedLoadId));
-    texts.append(QString::number(bench.window.selectedMotorIndex));
-    texts.append(QString::number(bench.loadPanel()->isHidden())
-                 + QString::number(bench.motorPanel()->isHidden()));
-    texts.append(QString::number(bench.window.currentProjectIndex) + bench.tabBar()->tabText(0));
+    texts.append(QString::number(test.window.selectedLoadId));
+    texts.append(QString::number(test.window.selectedMotorIndex));
+    texts.append(QString::number(test.loadPanel()->isHidden())
+                 + QString::number(test.motorPanel()->isHidden()));
+    texts.append(QString::number(test.window.currentProjectIndex) + test.tabBar()->tabText(0));
     texts.append(QString::number(LoadLogic::TrussLength));
     texts.append(QString::number(LoadLogic::TrussStress_Percentage) + QString::number(LoadLogic::isUnstable));
     texts.append(QString::number(LoadLogic::LED_TotalWeight) + QString::number(LoadLogic::Screen_Width));
@@ -109,10 +109,10 @@ private:
 };
 
 /// Prints, and answers the box that says that all went well.
-void print(Bench& bench)
+void print(TestWindow& test)
 {
     const BoxAnswer box(QMessageBox::Ok);
-    bench.window.onPrintReportClicked();
+    test.window.onPrintReportClicked();
     QVERIFY(box.given());
     QCOMPARE(box.title, u"Informe Generado"_s);
 }
@@ -152,109 +152,109 @@ private slots:
 
 void TestWindowReports::page_isShownAndLeft()
 {
-    Bench bench;
-    bench.button(u"📊 GENERAR INFORME ESTRUCTURAL"_s)->click();
-    QCOMPARE(currentPage(bench), 1);
-    bench.button(u"← VOLVER AL DISEÑO"_s)->click();
-    QCOMPARE(currentPage(bench), 0);
+    TestWindow test;
+    test.button(u"📊 GENERAR INFORME ESTRUCTURAL"_s)->click();
+    QCOMPARE(currentPage(test), 1);
+    test.button(u"← VOLVER AL DISEÑO"_s)->click();
+    QCOMPARE(currentPage(test), 0);
 }
 
 void TestWindowReports::page_listsEveryTabUnderItsTitle()
 {
-    Bench bench;
-    bench.tabBar()->setTabText(0, u"Primero"_s);
-    bench.window.onAddTab();
+    TestWindow test;
+    test.tabBar()->setTabText(0, u"Primero"_s);
+    test.window.onAddTab();
     makeUnstable();
-    bench.window.onGenerateReportClicked();
-    const QTableWidget* table = pageOf(bench)->table();
+    test.window.onGenerateReportClicked();
+    const QTableWidget* table = pageOf(test)->table();
     QCOMPARE(table->rowCount(), 3 + 2);
     QCOMPARE(table->item(0, 0)->text(), u"--- PROYECTO: Primero ---"_s);
     QCOMPARE(table->item(1, 3)->text(), u"50.0"_s); // the first project's motors are the heavier ones
     QCOMPARE(table->item(3, 0)->text(), u"--- PROYECTO: Proyecto 2 ---"_s);
     QCOMPARE(table->item(4, 3)->text(), u"25.0"_s);
-    QVERIFY(pageOf(bench)->certificate()->text().contains(u"ALERTA"_s));
+    QVERIFY(pageOf(test)->certificate()->text().contains(u"ALERTA"_s));
 }
 
 void TestWindowReports::page_seesTheLatestEdits()
 {
-    Bench bench;
-    bench.hangLoad(123.4F, 6.0F);
-    bench.window.onGenerateReportClicked();
-    QCOMPARE(pageOf(bench)->table()->item(4, 2)->text(), u"123.4 kg"_s);
-    QCOMPARE(bench.window.projects.at(0).loads.size(), 1);
+    TestWindow test;
+    test.hangLoad(123.4F, 6.0F);
+    test.window.onGenerateReportClicked();
+    QCOMPARE(pageOf(test)->table()->item(4, 2)->text(), u"123.4 kg"_s);
+    QCOMPARE(test.window.projects.at(0).loads.size(), 1);
 }
 
 void TestWindowReports::page_leavesTheDesignAsItWas()
 {
-    Bench bench;
-    bench.window.onAddTab();
-    bench.setText("trussLength", u"20"_s);
-    bench.window.onAddTab();
-    bench.tabBar()->setCurrentIndex(0);
-    bench.hangLoad(100.0F, 3.0F);
-    bench.setText("screenWidth", u"4,5x"_s); // a text that no snapshot could bring back
-    bench.window.showMotorProperties(1);
-    const QStringList before = seen(bench);
-    const int undoDepth = bench.undoDepth();
-    bench.window.onGenerateReportClicked();
-    QCOMPARE(seen(bench), before);
-    QCOMPARE(bench.undoDepth(), undoDepth);
+    TestWindow test;
+    test.window.onAddTab();
+    test.setText("trussLength", u"20"_s);
+    test.window.onAddTab();
+    test.tabBar()->setCurrentIndex(0);
+    test.hangLoad(100.0F, 3.0F);
+    test.setText("screenWidth", u"4,5x"_s); // a text that no snapshot could bring back
+    test.window.showMotorProperties(1);
+    const QStringList before = seen(test);
+    const int undoDepth = test.undoDepth();
+    test.window.onGenerateReportClicked();
+    QCOMPARE(seen(test), before);
+    QCOMPARE(test.undoDepth(), undoDepth);
 }
 
 void TestWindowReports::page_ofASelectedSegment_keepsItSelected()
 {
-    Bench bench;
-    bench.addScreen();
-    bench.window.onAddTab();
-    bench.tabBar()->setCurrentIndex(0);
-    const QStringList before = seen(bench);
-    QVERIFY(bench.window.selectedLoadId != -1);
-    bench.window.onGenerateReportClicked();
-    QCOMPARE(seen(bench), before);
+    TestWindow test;
+    test.addScreen();
+    test.window.onAddTab();
+    test.tabBar()->setCurrentIndex(0);
+    const QStringList before = seen(test);
+    QVERIFY(test.window.selectedLoadId != -1);
+    test.window.onGenerateReportClicked();
+    QCOMPARE(seen(test), before);
 }
 
 void TestWindowReports::page_withoutProjects_isEmptyAndTouchesNothing()
 {
-    Bench bench;
-    bench.window.projects.clear();
-    bench.window.currentProjectIndex = -1;
+    TestWindow test;
+    test.window.projects.clear();
+    test.window.currentProjectIndex = -1;
     makeUnstable();
     const Support::CalculationWatch watch;
-    bench.window.onGenerateReportClicked();
+    test.window.onGenerateReportClicked();
     QVERIFY(!Support::CalculationWatch::calculated());
-    QCOMPARE(pageOf(bench)->table()->rowCount(), 0);
-    QVERIFY(pageOf(bench)->certificate()->text().contains(u"SISTEMA COMPLETO APTO"_s));
+    QCOMPARE(pageOf(test)->table()->rowCount(), 0);
+    QVERIFY(pageOf(test)->certificate()->text().contains(u"SISTEMA COMPLETO APTO"_s));
     QCOMPARE(LoadLogic::MotorList.size(), 1);
 }
 
 void TestWindowReports::page_keepsItsContentUntilTheNextFill()
 {
-    Bench bench;
-    bench.window.onGenerateReportClicked();
-    bench.window.onBackToDesignClicked();
-    bench.hangLoad(100.0F, 6.0F);
-    QCOMPARE(pageOf(bench)->table()->rowCount(), 3);
-    bench.window.onGenerateReportClicked();
-    QCOMPARE(pageOf(bench)->table()->rowCount(), 5);
+    TestWindow test;
+    test.window.onGenerateReportClicked();
+    test.window.onBackToDesignClicked();
+    test.hangLoad(100.0F, 6.0F);
+    QCOMPARE(pageOf(test)->table()->rowCount(), 3);
+    test.window.onGenerateReportClicked();
+    QCOMPARE(pageOf(test)->table()->rowCount(), 5);
 }
 
 void TestWindowReports::page_refreshesTheSnapshotOfTheCurrentTabOnly()
 {
-    Bench bench;
-    bench.window.onAddTab();
-    bench.window.projects[0].tabName = u"otro"_s;
-    bench.window.onGenerateReportClicked();
-    QCOMPARE(bench.window.projects.at(0).tabName, u"otro"_s);
-    QCOMPARE(bench.window.projects.at(1).tabName, u"Proyecto 2"_s);
+    TestWindow test;
+    test.window.onAddTab();
+    test.window.projects[0].tabName = u"otro"_s;
+    test.window.onGenerateReportClicked();
+    QCOMPARE(test.window.projects.at(0).tabName, u"otro"_s);
+    QCOMPARE(test.window.projects.at(1).tabName, u"Proyecto 2"_s);
 }
 
 void TestWindowReports::print_writesADocumentAndADrawingForEachTab()
 {
     const TemporaryDirectory temporary;
     const Browser browser;
-    Bench bench;
-    bench.window.onAddTab();
-    print(bench);
+    TestWindow test;
+    test.window.onAddTab();
+    print(test);
 
     QCOMPARE(temporary.files(u"truss_schema_*.jpg"_s),
              QStringList({u"truss_schema_0.jpg"_s, u"truss_schema_1.jpg"_s}));
@@ -278,16 +278,16 @@ void TestWindowReports::print_opensTheDocumentInTheBrowser()
 {
     const TemporaryDirectory temporary;
     const Browser browser;
-    Bench bench;
+    TestWindow test;
     const BoxAnswer box(QMessageBox::Ok);
-    bench.window.onPrintReportClicked();
+    test.window.onPrintReportClicked();
     QVERIFY(box.given());
     QCOMPARE(box.title, u"Informe Generado"_s);
     QCOMPARE(box.text, u"Se ha generado un informe consolidado.\n\nEl archivo se ha abierto en su navegador "
                        "predeterminado."_s);
     QCOMPARE(box.icon, QMessageBox::Information);
     QCOMPARE(box.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
-    QCOMPARE(box.parent, &bench.window);
+    QCOMPARE(box.parent, &test.window);
     QCOMPARE(browser.urls,
              QList<QUrl>{QUrl::fromLocalFile(temporary.path(temporary.files(u"*.html"_s).at(0)))});
 }
@@ -296,19 +296,19 @@ void TestWindowReports::print_leavesTheDesignAsItWas()
 {
     const TemporaryDirectory temporary;
     const Browser browser;
-    Bench bench;
-    bench.window.onAddTab();
+    TestWindow test;
+    test.window.onAddTab();
     makeUnstable();
-    bench.window.onAddTab();
-    bench.tabBar()->setCurrentIndex(0);
-    bench.addScreen();
-    bench.window.showMotorProperties(0);
-    bench.setText("screenHeight", u"2."_s);
-    const QStringList before = seen(bench);
-    const int undoDepth = bench.undoDepth();
-    print(bench);
-    QCOMPARE(seen(bench), before);
-    QCOMPARE(bench.undoDepth(), undoDepth);
+    test.window.onAddTab();
+    test.tabBar()->setCurrentIndex(0);
+    test.addScreen();
+    test.window.showMotorProperties(0);
+    test.setText("screenHeight", u"2."_s);
+    const QStringList before = seen(test);
+    const int undoDepth = test.undoDepth();
+    print(test);
+    QCOMPARE(seen(test), before);
+    QCOMPARE(test.undoDepth(), undoDepth);
     QVERIFY(QGuiApplication::overrideCursor() == nullptr);
 }
 
@@ -316,9 +316,9 @@ void TestWindowReports::print_headlineIsTheCurrentTab()
 {
     const TemporaryDirectory temporary;
     const Browser browser;
-    Bench bench;
-    bench.window.onAddTab();
-    print(bench);
+    TestWindow test;
+    test.window.onAddTab();
+    print(test);
     QCOMPARE(ReportDocument(reportIn(temporary)).headings.at(0), u"INFORME: Proyecto 2"_s);
 }
 
@@ -326,10 +326,10 @@ void TestWindowReports::print_withoutProjects_isOfNoName()
 {
     const TemporaryDirectory temporary;
     const Browser browser;
-    Bench bench;
-    bench.window.projects.clear();
-    bench.window.currentProjectIndex = -1;
-    print(bench);
+    TestWindow test;
+    test.window.projects.clear();
+    test.window.currentProjectIndex = -1;
+    print(test);
     const ReportDocument document(reportIn(temporary));
     QCOMPARE(document.headings.at(0), u"INFORME: Sin Nombre"_s);
     QVERIFY(document.headings.contains(u"✅ CONFIGURACIÓN GLOBAL APTA"_s));
@@ -340,10 +340,10 @@ void TestWindowReports::print_takesTitlesFromTheTabs()
 {
     const TemporaryDirectory temporary;
     const Browser browser;
-    Bench bench;
-    bench.window.onAddTab();
-    bench.tabBar()->setTabText(0, u"Escenario A"_s);
-    print(bench);
+    TestWindow test;
+    test.window.onAddTab();
+    test.tabBar()->setTabText(0, u"Escenario A"_s);
+    print(test);
     const ReportDocument document(reportIn(temporary));
     QVERIFY(document.headings.contains(u"PROYECTO: Escenario A"_s));
     QVERIFY(document.headings.contains(u"PROYECTO: Proyecto 2"_s));
@@ -353,12 +353,12 @@ void TestWindowReports::print_namesStayAsTyped()
 {
     const TemporaryDirectory temporary;
     const Browser browser;
-    Bench bench;
+    TestWindow test;
     const QString name = u"50%1 \"A\" %9"_s;
-    bench.tabBar()->setTabText(0, name);
+    test.tabBar()->setTabText(0, name);
     LoadLogic::MotorList[0].modelName = name;
     LoadLogic::MotorList[1].modelName = u"<b>"_s;
-    print(bench);
+    print(test);
     const QString html = reportIn(temporary);
     QVERIFY(html.contains(u"INFORME: <span style='font-size: 0.8em;'>"_s + name + u"</span>"_s));
     QVERIFY(html.contains(u"<h3>PROYECTO: "_s + name + u"</h3>"_s));
@@ -370,13 +370,13 @@ void TestWindowReports::print_agreesWithThePage()
 {
     const TemporaryDirectory temporary;
     const Browser browser;
-    Bench bench;
-    bench.hangLoad(1500.0F, 6.0F);
+    TestWindow test;
+    test.hangLoad(1500.0F, 6.0F);
     LoadLogic::MotorList[0].capacity = 500.0F;
-    bench.window.onGenerateReportClicked();
-    print(bench);
+    test.window.onGenerateReportClicked();
+    print(test);
     const ReportDocument document(reportIn(temporary));
-    const QTableWidget* table = pageOf(bench)->table();
+    const QTableWidget* table = pageOf(test)->table();
     for (int motor = 0; motor < 2; ++motor) {
         for (int column = 0; column < 7; ++column)
             QCOMPARE(document.tables.at(0).rows.at(motor).cells.at(column),
@@ -390,15 +390,15 @@ void TestWindowReports::print_drawsEveryProject()
 {
     const TemporaryDirectory temporary;
     const Browser browser;
-    Bench bench;
-    bench.window.onAddTab();
-    bench.hangLoad(100.0F, 3.0F);
-    print(bench);
+    TestWindow test;
+    test.window.onAddTab();
+    test.hangLoad(100.0F, 3.0F);
+    print(test);
 
     // The second project is in the engine, and can be drawn once more.
     QByteArray expected;
     QBuffer buffer(&expected);
-    QVERIFY(pageOf(bench)->drawing()->renderToImage(2000, 800).save(&buffer, "JPG", 90));
+    QVERIFY(pageOf(test)->drawing()->renderToImage(2000, 800).save(&buffer, "JPG", 90));
     QFile second(temporary.path(u"truss_schema_1.jpg"_s));
     QVERIFY(second.open(QIODevice::ReadOnly));
     QVERIFY(second.readAll() == expected);
@@ -406,7 +406,7 @@ void TestWindowReports::print_drawsEveryProject()
     const QImage first(temporary.path(u"truss_schema_0.jpg"_s));
     QVERIFY(first != QImage(second.fileName()));
     QCOMPARE(first.pixelColor(2, 2), QColor(Qt::white));
-    QVERIFY(pageOf(bench)->drawing()->printMode);
+    QVERIFY(pageOf(test)->drawing()->printMode);
 }
 
 void TestWindowReports::print_replacesEarlierDrawings()
@@ -417,8 +417,8 @@ void TestWindowReports::print_replacesEarlierDrawings()
     QVERIFY(old.open(QIODevice::WriteOnly));
     QVERIFY(old.write("viejo") > 0);
     old.close();
-    Bench bench;
-    print(bench);
+    TestWindow test;
+    print(test);
     QVERIFY(!QImage(temporary.path(u"truss_schema_0.jpg"_s)).isNull());
 }
 
@@ -429,8 +429,8 @@ void TestWindowReports::print_doesNotFollowAPlantedLink()
     const QTemporaryDir elsewhere;
     const QString victim = elsewhere.filePath(u"ajeno"_s);
     QVERIFY(QFile::link(victim, temporary.path(u"truss_schema_0.jpg"_s)));
-    Bench bench;
-    print(bench);
+    TestWindow test;
+    print(test);
     QVERIFY(!QFile::exists(victim));
     QVERIFY(!QImage(temporary.path(u"truss_schema_0.jpg"_s)).isNull());
 }
@@ -442,9 +442,9 @@ void TestWindowReports::print_withoutBrowser_tellsThePath()
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Unable to detect a launcher for "_s));
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", "/no/such/folder");
-    Bench bench;
+    TestWindow test;
     const BoxAnswer box(QMessageBox::Ok);
-    bench.window.onPrintReportClicked();
+    test.window.onPrintReportClicked();
     qputenv("PATH", path);
     QVERIFY(box.given());
     QCOMPARE(box.title, u"Error de Navegador"_s);
@@ -462,9 +462,9 @@ void TestWindowReports::print_intoNoFolder_isTold()
     const QByteArray before = qgetenv("TMPDIR");
     qputenv("TMPDIR", "/proc");
     const Browser browser;
-    Bench bench;
+    TestWindow test;
     const BoxAnswer box(QMessageBox::Ok);
-    bench.window.onPrintReportClicked();
+    test.window.onPrintReportClicked();
     qputenv("TMPDIR", before);
     QVERIFY(box.given());
     QCOMPARE(box.title, u"Error de Escritura"_s);
@@ -479,8 +479,8 @@ void TestWindowReports::unsavableDrawing_isNotReported()
     const TemporaryDirectory temporary;
     const Browser browser;
     QVERIFY(QDir().mkdir(temporary.path(u"truss_schema_0.jpg"_s)));
-    Bench bench;
-    print(bench);
+    TestWindow test;
+    print(test);
     QCOMPARE(ReportDocument(reportIn(temporary)).images, QStringList(u"truss_schema_0.jpg"_s));
 }
 
@@ -488,50 +488,50 @@ void TestWindowReports::longReport_canBeCancelledWithoutATrace()
 {
     const TemporaryDirectory temporary;
     const Browser browser;
-    Bench bench;
-    bench.hangLoad(100.0F, 3.0F);
-    while (bench.window.projects.size() < 1000) { // far more than two seconds' worth
-        bench.window.projects.append(bench.window.captureCurrentState());
-        bench.window.projects.last().trussLength = 30.0F;
+    TestWindow test;
+    test.hangLoad(100.0F, 3.0F);
+    while (test.window.projects.size() < 1000) { // far more than two seconds' worth
+        test.window.projects.append(test.window.captureCurrentState());
+        test.window.projects.last().trussLength = 30.0F;
     }
-    const QStringList before = seen(bench);
+    const QStringList before = seen(test);
     const Cancellation cancel;
     QElapsedTimer clock;
     clock.start();
-    bench.window.onPrintReportClicked();
+    test.window.onPrintReportClicked();
 
     QVERIFY(cancel.given());
     QVERIFY(clock.elapsed() >= 2000);
     QCOMPARE(cancel.label, u"Preparando el informe de los proyectos…"_s);
     QCOMPARE(temporary.files(), QStringList());
     QVERIFY(browser.urls.isEmpty());
-    QCOMPARE(seen(bench), before);
+    QCOMPARE(seen(test), before);
     QVERIFY(QGuiApplication::overrideCursor() == nullptr);
 }
 
 void TestWindowReports::longPage_canBeCancelledWithoutATrace()
 {
-    Bench bench;
-    bench.hangLoad(100.0F, 3.0F);
-    bench.window.onGenerateReportClicked();
-    QVERIFY(pageOf(bench)->table()->rowCount() > 0);
-    bench.window.onBackToDesignClicked();
+    TestWindow test;
+    test.hangLoad(100.0F, 3.0F);
+    test.window.onGenerateReportClicked();
+    QVERIFY(pageOf(test)->table()->rowCount() > 0);
+    test.window.onBackToDesignClicked();
 
     const LoadLogic::ProjectState large = largeProject();
-    while (bench.window.projects.size() < 40) // far more than two seconds' worth
-        bench.window.projects.append(large);
-    const QStringList before = seen(bench);
+    while (test.window.projects.size() < 40) // far more than two seconds' worth
+        test.window.projects.append(large);
+    const QStringList before = seen(test);
     const Cancellation cancel;
     QElapsedTimer clock;
     clock.start();
-    bench.window.onGenerateReportClicked();
+    test.window.onGenerateReportClicked();
 
     QVERIFY(cancel.given());
     QVERIFY(clock.elapsed() >= 2000);
     QCOMPARE(cancel.label, u"Preparando el informe de los proyectos…"_s);
-    QCOMPARE(currentPage(bench), 0);
-    QCOMPARE(pageOf(bench)->table()->rowCount(), 0); // half a report would be taken for a whole one
-    QCOMPARE(seen(bench), before);
+    QCOMPARE(currentPage(test), 0);
+    QCOMPARE(pageOf(test)->table()->rowCount(), 0); // half a report would be taken for a whole one
+    QCOMPARE(seen(test), before);
     QVERIFY(QGuiApplication::overrideCursor() == nullptr);
 }
 

@@ -18,11 +18,11 @@
 using namespace Qt::StringLiterals;
 
 using Support::Answer;
-using Support::Bench;
 using Support::BoxAnswer;
 using Support::Browser;
 using Support::FileAnswer;
 using Support::TemporaryDirectory;
+using Support::TestWindow;
 
 namespace
 {
@@ -48,13 +48,13 @@ private slots:
     void init()
     {
         m_viewer.urls.clear();
-        m_bench.emplace();
-        QVERIFY(m_bench->activate());
-        m_bench->window.openProjectFile(EXAMPLES + u"concierto.rig"_s);
+        m_test.emplace();
+        QVERIFY(m_test->activate());
+        m_test->window.openProjectFile(EXAMPLES + u"concierto.rig"_s);
     }
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void keys_writeASheetOfAllTabs();
@@ -73,25 +73,25 @@ private slots:
 private:
     ContrastDialog* openDialog();
 
-    std::optional<Bench> m_bench;
+    std::optional<TestWindow> m_test;
     TemporaryDirectory m_folder;
     Browser m_viewer;
 };
 
 ContrastDialog* WindowSheetTest::openDialog()
 {
-    QTest::keyClick(&m_bench->window, Qt::Key_F8);
-    return m_bench->window.findChild<ContrastDialog*>();
+    QTest::keyClick(&m_test->window, Qt::Key_F8);
+    return m_test->window.findChild<ContrastDialog*>();
 }
 
 void WindowSheetTest::keys_writeASheetOfAllTabs()
 {
-    m_bench->window.onAddTab();
-    m_bench->tabBar()->setTabText(0, u"Sala / Norte"_s);
-    m_bench->tabBar()->setTabText(1, u"Patio"_s);
+    m_test->window.onAddTab();
+    m_test->tabBar()->setTabText(0, u"Sala / Norte"_s);
+    m_test->tabBar()->setTabText(1, u"Patio"_s);
     const QString path = m_folder.path(u"show.pdf"_s);
     const FileAnswer file(path);
-    QTest::keyClick(&m_bench->window, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(&m_test->window, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
     QVERIFY(file.given());
     QCOMPARE(file.title, u"Guardar memoria de cálculo"_s);
     QCOMPARE(file.mode, QFileDialog::AcceptSave);
@@ -109,7 +109,7 @@ void WindowSheetTest::button_writesIt()
     const QString path = m_folder.path(u"boton.pdf"_s);
     const FileAnswer file(path);
     openDialog();
-    m_bench->button(u"MEMORIA DE CÁLCULO (PDF)"_s)->click();
+    m_test->button(u"MEMORIA DE CÁLCULO (PDF)"_s)->click();
     QVERIFY(file.given());
     QVERIFY(Support::contentOf(path).startsWith("%PDF-"));
 }
@@ -117,7 +117,7 @@ void WindowSheetTest::button_writesIt()
 void WindowSheetTest::suffix_isAdded()
 {
     const FileAnswer file(m_folder.path(u"sin punto"_s));
-    m_bench->window.onSheetClicked();
+    m_test->window.onSheetClicked();
     QVERIFY(file.given());
     QVERIFY(m_folder.files().contains(u"sin punto.pdf"_s));
 }
@@ -127,7 +127,7 @@ void WindowSheetTest::cancelledDialog_writesNothing()
     const QStringList before = m_folder.files();
     const qsizetype shown = m_viewer.urls.size();
     const FileAnswer cancelled{QString()};
-    m_bench->window.onSheetClicked();
+    m_test->window.onSheetClicked();
     QVERIFY(cancelled.given());
     QCOMPARE(m_folder.files(), before);
     QCOMPARE(m_viewer.urls.size(), shown);
@@ -153,7 +153,7 @@ void WindowSheetTest::existingFile_isReplacedOnlyAfterYes()
         });
         box.button(agreed ? QMessageBox::Yes : QMessageBox::No)->click();
     });
-    m_bench->window.onSheetClicked();
+    m_test->window.onSheetClicked();
     QVERIFY(file.given() && question.given());
     QCOMPARE(Support::contentOf(path).startsWith("%PDF-"), agreed);
     QCOMPARE(Support::contentOf(path) == "mine", !agreed);
@@ -167,7 +167,7 @@ void WindowSheetTest::fullDisk_isTold()
     const BoxAnswer box(QMessageBox::Ok);
     {
         const Support::FullDisk full(1000);
-        m_bench->window.onSheetClicked();
+        m_test->window.onSheetClicked();
     }
     QVERIFY(file.given() && box.given());
     QCOMPARE(box.icon, QMessageBox::Critical);
@@ -183,7 +183,7 @@ void WindowSheetTest::missingViewer_isTold()
     const QString path = m_folder.path(u"sola.pdf"_s);
     const FileAnswer file(path);
     const BoxAnswer box(QMessageBox::Ok);
-    m_bench->window.onSheetClicked();
+    m_test->window.onSheetClicked();
     QDesktopServices::setUrlHandler(u"file"_s, &m_viewer, "open");
     QVERIFY(file.given() && box.given());
     QCOMPARE(box.title, u"PDF guardado"_s);
@@ -192,7 +192,7 @@ void WindowSheetTest::missingViewer_isTold()
 
 void WindowSheetTest::print_showsWhatTheDialogShows()
 {
-    m_bench->tabBar()->setTabText(0, u"Concierto"_s);
+    m_test->tabBar()->setTabText(0, u"Concierto"_s);
     ContrastDialog* dialog = openDialog();
     QApplication::setActiveWindow(dialog);
     QTest::keyClicks(dialog->findChild<QLineEdit*>(u"tableDeflection"_s), u"8.4"_s);
@@ -214,8 +214,8 @@ void WindowSheetTest::print_showsWhatTheDialogShows()
 void WindowSheetTest::printTwice_makesTwoFiles()
 {
     openDialog();
-    m_bench->window.onPrintContrastClicked();
-    m_bench->window.onPrintContrastClicked();
+    m_test->window.onPrintContrastClicked();
+    m_test->window.onPrintContrastClicked();
     QVERIFY(m_viewer.urls.size() >= 2);
     QVERIFY(m_viewer.urls.takeLast() != m_viewer.urls.takeLast());
 }
@@ -226,7 +226,7 @@ void WindowSheetTest::printOnFullDisk_isTold()
     const BoxAnswer box(QMessageBox::Ok);
     {
         const Support::FullDisk full(1000);
-        m_bench->window.onPrintContrastClicked();
+        m_test->window.onPrintContrastClicked();
     }
     QVERIFY(box.given());
     QCOMPARE(box.title, u"Error de Escritura"_s);
@@ -235,12 +235,12 @@ void WindowSheetTest::printOnFullDisk_isTold()
 void WindowSheetTest::sheet_leavesTheProjectAlone()
 {
     const QByteArray before = ProjectFile::toBytes(LoadLogic::Snapshot());
-    const qsizetype steps = static_cast<qsizetype>(m_bench->window.undoStack.size());
+    const qsizetype steps = static_cast<qsizetype>(m_test->window.undoStack.size());
     const FileAnswer file(m_folder.path(u"igual.pdf"_s));
-    m_bench->window.onSheetClicked();
+    m_test->window.onSheetClicked();
     QVERIFY(file.given());
     QCOMPARE(ProjectFile::toBytes(LoadLogic::Snapshot()), before);
-    QCOMPARE(static_cast<qsizetype>(m_bench->window.undoStack.size()), steps);
+    QCOMPARE(static_cast<qsizetype>(m_test->window.undoStack.size()), steps);
 }
 
 QTEST_MAIN(WindowSheetTest)

@@ -18,10 +18,10 @@ namespace Support
 {
 
 /// A main window over a fresh engine, and its widgets by the names they carry.
-class Bench
+class TestWindow
 {
 public: // construction
-    Bench()
+    TestWindow()
         : window(fresh())
     {
     }

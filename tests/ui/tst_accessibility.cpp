@@ -57,11 +57,11 @@ private slots:
     void initTestCase();
     void init()
     {
-        m_bench.emplace();
+        m_test.emplace();
     }
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void everyField_hasALabelAndAName();
@@ -93,11 +93,11 @@ private slots:
 private:
     [[nodiscard]] FocusRing* ring() const
     {
-        return m_bench->window.findChild<FocusRing*>();
+        return m_test->window.findChild<FocusRing*>();
     }
     void showEverything();
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestAccessibility::initTestCase()
@@ -108,23 +108,23 @@ void TestAccessibility::initTestCase()
 /// Large enough that nothing is scrolled out of sight, with a panel open.
 void TestAccessibility::showEverything()
 {
-    m_bench->window.resize(1600, 1200);
-    m_bench->window.showMotorProperties(0);
-    QVERIFY(m_bench->activate());
-    m_bench->window.resize(1600, 1200);
+    m_test->window.resize(1600, 1200);
+    m_test->window.showMotorProperties(0);
+    QVERIFY(m_test->activate());
+    m_test->window.resize(1600, 1200);
     QCoreApplication::processEvents();
 }
 
 void TestAccessibility::everyField_hasALabelAndAName()
 {
     QHash<const QWidget*, QString> labels;
-    const auto all = m_bench->window.findChildren<QLabel*>();
+    const auto all = m_test->window.findChildren<QLabel*>();
     for (const QLabel* label : all) {
         if (label->buddy() != nullptr)
             labels.insert(label->buddy(), label->text());
     }
     int fields = 0;
-    const auto widgets = m_bench->window.findChildren<QWidget*>();
+    const auto widgets = m_test->window.findChildren<QWidget*>();
     for (QWidget* widget : widgets) {
         if (!isField(widget))
             continue;
@@ -139,7 +139,7 @@ void TestAccessibility::everyField_hasALabelAndAName()
 
 void TestAccessibility::everyButton_hasANameWithoutEmoji()
 {
-    const auto buttons = m_bench->window.findChildren<QPushButton*>();
+    const auto buttons = m_test->window.findChildren<QPushButton*>();
     QVERIFY(buttons.size() >= 16);
     for (QPushButton* button : buttons) {
         const QString name = accessibleName(button);
@@ -150,8 +150,8 @@ void TestAccessibility::everyButton_hasANameWithoutEmoji()
 
 void TestAccessibility::everyCloseButton_hasAName()
 {
-    m_bench->window.onAddTab();
-    const auto buttons = m_bench->tabBar()->findChildren<QAbstractButton*>();
+    m_test->window.onAddTab();
+    const auto buttons = m_test->tabBar()->findChildren<QAbstractButton*>();
     QVERIFY(buttons.size() >= 2);
     for (QAbstractButton* button : buttons)
         QVERIFY2(!accessibleName(button).isEmpty(), button->metaObject()->className());
@@ -160,14 +160,14 @@ void TestAccessibility::everyCloseButton_hasAName()
 // Half of 12 × 8.4 = 100.8 kg for each motor; (50.4 + 50) × 1.25 = 125.5 kg, (100.4 + 50) × 1.25 = 188 kg
 void TestAccessibility::canvas_describesTheProject()
 {
-    TrussView* canvas = m_bench->canvas();
+    TrussView* canvas = m_test->canvas();
     QVERIFY(!canvas->accessibleName().isEmpty());
     QTRY_COMPARE(canvas->accessibleDescription(),
                  u"Truss de 12.0 m con 2 motores y 0 cargas. Resultado: APTO. Dentro de márgenes."
                  " Sistema estable. Estrés estructural: 3.1 %."
                  " Motor Motor en -6.00m: 50.4 kg, dinámica 125.5 kg de 1000.0 kg, OK."
                  " Motor Motor en +6.00m: 50.4 kg, dinámica 125.5 kg de 1000.0 kg, OK."_s);
-    m_bench->hangLoad(100.0F, 6.0F);
+    m_test->hangLoad(100.0F, 6.0F);
     LoadLogic::MotorList[0].modelName = u"D8+"_s;
     // (151.2 + 100 × 6 × 6 / 12) / 4800 = 9.4 %
     QTRY_COMPARE(canvas->accessibleDescription(),
@@ -182,9 +182,9 @@ void TestAccessibility::canvas_describesTheProject()
 void TestAccessibility::canvas_tellsADynamicOverload()
 {
     LoadLogic::MotorList[0].capacity = 250.0F;
-    m_bench->hangLoad(132.3F, 0.0F);
+    m_test->hangLoad(132.3F, 0.0F);
     QString told;
-    QTRY_VERIFY2((told = m_bench->canvas()->accessibleDescription())
+    QTRY_VERIFY2((told = m_test->canvas()->accessibleDescription())
                      .contains(u" Motor Motor en -6.00m: 182.7 kg, dinámica 290.9 kg de 250.0 kg, EXCESO"
                                " DINÁMICO."_s),
                  qUtf8Printable(told));
@@ -194,16 +194,16 @@ void TestAccessibility::canvas_tellsADynamicOverload()
 void TestAccessibility::canvas_tellsAStaticOverload()
 {
     LoadLogic::MotorList[0].capacity = 100.0F;
-    m_bench->hangLoad(132.3F, 0.0F);
-    QTRY_VERIFY(m_bench->canvas()->accessibleDescription().contains(u" de 100.0 kg, EXCESO ESTÁTICO."_s));
+    m_test->hangLoad(132.3F, 0.0F);
+    QTRY_VERIFY(m_test->canvas()->accessibleDescription().contains(u" de 100.0 kg, EXCESO ESTÁTICO."_s));
 }
 
 // (151.2 + 2000 × 6 × 6 / 12) / 4800 = 128.15 %
 void TestAccessibility::canvas_tellsAnOverstressedTruss()
 {
-    m_bench->hangLoad(2000.0F, 6.0F);
+    m_test->hangLoad(2000.0F, 6.0F);
     QString told;
-    QTRY_VERIFY2((told = m_bench->canvas()->accessibleDescription()).contains(u" Estrés estructural: 128."_s),
+    QTRY_VERIFY2((told = m_test->canvas()->accessibleDescription()).contains(u" Estrés estructural: 128."_s),
                  qUtf8Printable(told));
     QVERIFY(told.contains(u" %, SOBRECARGA."_s));
 }
@@ -213,7 +213,7 @@ void TestAccessibility::canvas_tellsThatALoadHasNoAnswer()
 {
     for (LoadLogic::Motor& motor : LoadLogic::MotorList)
         motor.positionX = 6.0F;
-    m_bench->hangLoad(100.0F, 6.0F);
+    m_test->hangLoad(100.0F, 6.0F);
     LoadLogic::MotorList[0].staticLoad = std::numeric_limits<float>::quiet_NaN();
     const QString told = ProjectDescription::of(LoadLogic::Snapshot());
     QVERIFY2(told.contains(u"nan kg de 1000.0 kg, la carga no se puede calcular."_s), qUtf8Printable(told));
@@ -223,14 +223,14 @@ void TestAccessibility::canvas_tellsThatALoadHasNoAnswer()
 // 1.07 × (10 × 4 + 3 × 4 × 40) = 556.4 kg in 8 segments
 void TestAccessibility::canvas_tellsEachLoad()
 {
-    m_bench->addScreen();
-    m_bench->hangLoad(80.0F, 3.0F);
+    m_test->addScreen();
+    m_test->hangLoad(80.0F, 3.0F);
     LoadLogic::ActiveLoads.last().name = u"PA <izq>"_s;
-    m_bench->hangLoad(12.5F, 9.25F);
+    m_test->hangLoad(12.5F, 9.25F);
     LoadLogic::ActiveLoads.last().name.clear();
     const QString id = QString::number(LoadLogic::ActiveLoads.constLast().id);
     QString told;
-    QTRY_VERIFY2((told = m_bench->canvas()->accessibleDescription())
+    QTRY_VERIFY2((told = m_test->canvas()->accessibleDescription())
                      .endsWith(u" Pantalla de 4.0 m en 0.00m: 556.4 kg en 8 segmentos."
                                " Carga PA <izq> en -3.00m: 80.0 kg. Carga L"_s
                                + id + u" en +3.25m: 12.5 kg."_s),
@@ -240,17 +240,17 @@ void TestAccessibility::canvas_tellsEachLoad()
 void TestAccessibility::canvas_describesManyLoadsBriefly()
 {
     for (int i = 0; i < 25; ++i)
-        m_bench->hangLoad(1.0F, 6.0F);
-    QTRY_VERIFY(m_bench->canvas()->accessibleDescription().endsWith(u" Y 5 cargas o pantallas más."_s));
+        m_test->hangLoad(1.0F, 6.0F);
+    QTRY_VERIFY(m_test->canvas()->accessibleDescription().endsWith(u" Y 5 cargas o pantallas más."_s));
 }
 
 void TestAccessibility::canvas_describesAnUnstableProject()
 {
     LoadLogic::MotorList.removeLast();
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     // (100.8 + 50) × 1.25 = 188.5 kg
     QTRY_COMPARE(
-        m_bench->canvas()->accessibleDescription(),
+        m_test->canvas()->accessibleDescription(),
         u"Truss de 12.0 m con 1 motor y 0 cargas. Resultado: NO APTO (INESTABLE). Error de voladizo."
         " Sistema inestable. Motor Motor en -6.00m: 100.8 kg, dinámica 188.5 kg de 1000.0 kg, OK."_s);
 }
@@ -259,18 +259,18 @@ void TestAccessibility::canvas_describesManyMotorsBriefly()
 {
     for (int i = 0; i < 1000; ++i)
         LoadLogic::MotorList.append(LoadLogic::MotorList.constFirst());
-    m_bench->window.updateCalculations();
-    QTRY_VERIFY(m_bench->canvas()->accessibleDescription().endsWith(u" Y 982 motores más."_s));
+    m_test->window.updateCalculations();
+    QTRY_VERIFY(m_test->canvas()->accessibleDescription().endsWith(u" Y 982 motores más."_s));
 }
 
 void TestAccessibility::canvas_isNotDescribedAtEveryDragStep()
 {
-    TrussView* canvas = m_bench->canvas();
+    TrussView* canvas = m_test->canvas();
     QTRY_VERIFY(!canvas->accessibleDescription().isEmpty());
     const QString before = canvas->accessibleDescription();
     for (int i = 0; i < 100; ++i) {
         LoadLogic::MotorList[0].positionX = static_cast<float>(i) * 0.01F;
-        m_bench->window.onPositionChanged(-1);
+        m_test->window.onPositionChanged(-1);
     }
     QCOMPARE(canvas->accessibleDescription(), before);
     QTRY_VERIFY(canvas->accessibleDescription() != before);
@@ -279,8 +279,8 @@ void TestAccessibility::canvas_isNotDescribedAtEveryDragStep()
 void TestAccessibility::tabKeys_followTheEye()
 {
     showEverything();
-    const auto button = [this](const QString& text) { return static_cast<QWidget*>(m_bench->button(text)); };
-    const auto field = [this](const char* name) { return static_cast<QWidget*>(m_bench->field(name)); };
+    const auto button = [this](const QString& text) { return static_cast<QWidget*>(m_test->button(text)); };
+    const auto field = [this](const char* name) { return static_cast<QWidget*>(m_test->field(name)); };
     const QList<QWidget*> expected{button(u"📂 ABRIR"_s),
                                    button(u"💾 GUARDAR"_s),
                                    button(u"🔄 RESTAURAR PROYECTO"_s),
@@ -296,7 +296,7 @@ void TestAccessibility::tabKeys_followTheEye()
                                    button(u"Eliminar Motor"_s),
                                    field("newLoadMass"),
                                    field("newLoadName"),
-                                   m_bench->box("loadCount"),
+                                   m_test->box("loadCount"),
                                    button(u"+ Motor"_s),
                                    button(u"+ Carga"_s),
                                    field("trussLength"),
@@ -307,7 +307,7 @@ void TestAccessibility::tabKeys_followTheEye()
                                    field("screenWeightM2"),
                                    field("bumperWeight"),
                                    field("cablePercent"),
-                                   m_bench->box("screenCount"),
+                                   m_test->box("screenCount"),
                                    button(u"AÑADIR PANTALLA"_s)};
     expected.constFirst()->setFocus();
     QList<QWidget*> visited;
@@ -329,15 +329,15 @@ void TestAccessibility::tabKeys_followTheEye()
 void TestAccessibility::texts_standOut()
 {
     showEverything();
-    const QImage picture = m_bench->window.grab().toImage();
-    const auto widgets = m_bench->window.findChildren<QWidget*>();
+    const QImage picture = m_test->window.grab().toImage();
+    const auto widgets = m_test->window.findChildren<QWidget*>();
     int checked = 0;
     for (QWidget* widget : widgets) {
         const bool hasText = isField(widget) || qobject_cast<QLabel*>(widget) != nullptr
                              || qobject_cast<QPushButton*>(widget) != nullptr;
         if (!hasText || !widget->isVisible() || widget->objectName() == u"addScreenButton"_s)
             continue;
-        const QRect area(widget->mapTo(&m_bench->window, QPoint(3, 3)), widget->size() - QSize(6, 6));
+        const QRect area(widget->mapTo(&m_test->window, QPoint(3, 3)), widget->size() - QSize(6, 6));
         const QColor background = mostFrequentColour(picture, area);
         const double reached = strongestContrast(picture, area, background);
         const QByteArray tag =
@@ -351,9 +351,9 @@ void TestAccessibility::texts_standOut()
 void TestAccessibility::ring_framesTheFocusedFieldOrButton()
 {
     showEverything();
-    for (QWidget* widget : {static_cast<QWidget*>(m_bench->field("trussLength")),
-                            static_cast<QWidget*>(m_bench->box("screenCount")),
-                            static_cast<QWidget*>(m_bench->button(u"+ Motor"_s))}) {
+    for (QWidget* widget : {static_cast<QWidget*>(m_test->field("trussLength")),
+                            static_cast<QWidget*>(m_test->box("screenCount")),
+                            static_cast<QWidget*>(m_test->button(u"+ Motor"_s))}) {
         widget->setFocus();
         QVERIFY(ring()->isVisible());
         QCOMPARE(ring()->framed(), widget);
@@ -365,7 +365,7 @@ void TestAccessibility::ring_framesTheFocusedFieldOrButton()
 void TestAccessibility::ring_framesEveryTabStop()
 {
     showEverything();
-    m_bench->field("trussLength")->setFocus();
+    m_test->field("trussLength")->setFocus();
     for (int i = 0; i < 40; ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QVERIFY(ring()->isVisible());
@@ -376,8 +376,8 @@ void TestAccessibility::ring_framesEveryTabStop()
 void TestAccessibility::ring_framesTheStopsOfTheReportPage()
 {
     showEverything();
-    m_bench->window.onGenerateReportClicked();
-    m_bench->button(u"← VOLVER AL DISEÑO"_s)->setFocus();
+    m_test->window.onGenerateReportClicked();
+    m_test->button(u"← VOLVER AL DISEÑO"_s)->setFocus();
     QSet<QWidget*> framed;
     for (int i = 0; i < 8; ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
@@ -413,8 +413,8 @@ void TestAccessibility::ring_framesTheStopsOfTheDialogs()
 void TestAccessibility::ring_isNotDrawnForAPressedPage()
 {
     showEverything();
-    m_bench->field("trussLength")->setFocus();
-    auto* area = m_bench->window.findChild<QScrollArea*>();
+    m_test->field("trussLength")->setFocus();
+    auto* area = m_test->window.findChild<QScrollArea*>();
     area->setFocus(Qt::MouseFocusReason);
     QVERIFY(area->hasFocus());
     QVERIFY(!ring()->isVisible());
@@ -423,32 +423,32 @@ void TestAccessibility::ring_isNotDrawnForAPressedPage()
 void TestAccessibility::ring_isHiddenForTheCanvas()
 {
     showEverything();
-    m_bench->field("trussLength")->setFocus();
-    m_bench->canvas()->setFocus();
+    m_test->field("trussLength")->setFocus();
+    m_test->canvas()->setFocus();
     QVERIFY(!ring()->isVisible());
-    m_bench->field("trussLength")->setFocus();
+    m_test->field("trussLength")->setFocus();
     QVERIFY(ring()->isVisible());
-    m_bench->window.setFocus();
+    m_test->window.setFocus();
     QVERIFY(!ring()->isVisible());
 }
 
 void TestAccessibility::ring_isWhiteAroundTheAccent()
 {
     showEverything();
-    m_bench->button(u"💾 GUARDAR"_s)->setFocus();
+    m_test->button(u"💾 GUARDAR"_s)->setFocus();
     QCOMPARE(ring()->colour(), QColor(Qt::white));
-    m_bench->button(u"📂 ABRIR"_s)->setFocus();
+    m_test->button(u"📂 ABRIR"_s)->setFocus();
     QCOMPARE(ring()->colour(), QColor(0x00, 0xBF, 0xFF));
 }
 
 void TestAccessibility::ring_isSeen()
 {
     showEverything();
-    for (QWidget* widget : {static_cast<QWidget*>(m_bench->field("trussLength")),
-                            static_cast<QWidget*>(m_bench->button(u"📂 ABRIR"_s))}) {
+    for (QWidget* widget : {static_cast<QWidget*>(m_test->field("trussLength")),
+                            static_cast<QWidget*>(m_test->button(u"📂 ABRIR"_s))}) {
         widget->setFocus();
-        const QImage picture = m_bench->window.grab().toImage();
-        const QPoint corner = ring()->mapTo(&m_bench->window, QPoint(0, 0));
+        const QImage picture = m_test->window.grab().toImage();
+        const QPoint corner = ring()->mapTo(&m_test->window, QPoint(0, 0));
         for (const QPoint& point :
              {QPoint(0, 0), QPoint(ring()->width() / 2, 0), QPoint(ring()->width() / 2, 1),
               QPoint(ring()->width() - 1, ring()->height() - 1)})
@@ -456,13 +456,13 @@ void TestAccessibility::ring_isSeen()
     }
     const QString file = qEnvironmentVariable("VELMORA_SCREENSHOT");
     if (!file.isEmpty())
-        QVERIFY(m_bench->window.grab().save(file));
+        QVERIFY(m_test->window.grab().save(file));
 }
 
 void TestAccessibility::ring_letsThePointerThrough()
 {
     showEverything();
-    QPushButton* button = m_bench->button(u"📂 ABRIR"_s); // the header has no room around it
+    QPushButton* button = m_test->button(u"📂 ABRIR"_s); // the header has no room around it
     button->setFocus();
     QWidget* parent = button->parentWidget();
     QCOMPARE(parent->childAt(button->geometry().center()), button);
@@ -472,11 +472,11 @@ void TestAccessibility::ring_letsThePointerThrough()
 void TestAccessibility::ring_followsItsField()
 {
     showEverything();
-    QLineEdit* field = m_bench->field("trussLength");
+    QLineEdit* field = m_test->field("trussLength");
     field->setFocus();
-    m_bench->window.hidePropertyPanels(); // everything below moves up
+    m_test->window.hidePropertyPanels(); // everything below moves up
     QTRY_COMPARE(ring()->geometry(), field->geometry().adjusted(-2, -2, 2, 2));
-    m_bench->window.resize(1300, 1100);
+    m_test->window.resize(1300, 1100);
     QTRY_COMPARE(ring()->geometry(), field->geometry().adjusted(-2, -2, 2, 2));
 }
 

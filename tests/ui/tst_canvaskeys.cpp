@@ -60,7 +60,7 @@ private slots:
     void cleanup()
     {
         QToolTip::hideText();
-        m_bench.reset();
+        m_test.reset();
     }
 
     void tabKey_comesAndLeaves();
@@ -105,7 +105,7 @@ private slots:
 private:
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
     {
-        QTest::keyClick(m_bench->canvas(), key, modifiers);
+        QTest::keyClick(m_test->canvas(), key, modifiers);
     }
     void pressTimes(int times, Qt::Key key, Qt::KeyboardModifiers modifiers) const
     {
@@ -115,19 +115,19 @@ private:
     /// The middle of a thing at `x` [m], `below` the truss [px].
     [[nodiscard]] QPoint at(float x, int below) const
     {
-        const TrussView* canvas = m_bench->canvas();
+        const TrussView* canvas = m_test->canvas();
         const auto span = static_cast<float>(canvas->width() - 2 * canvas->marginX);
         return {canvas->marginX + Numbers::toPixel(static_cast<double>(x / LoadLogic::TrussLength * span)),
                 canvas->height() / 2 + below};
     }
     [[nodiscard]] SelectionFrame* frame() const
     {
-        return m_bench->window.findChild<SelectionFrame*>();
+        return m_test->window.findChild<SelectionFrame*>();
     }
     /// What is selected: "M0", "L" and its id, "A" and its group.
     [[nodiscard]] QString selected() const
     {
-        const MainWindow& window = m_bench->window;
+        const MainWindow& window = m_test->window;
         if (window.selectedMotorIndex != -1)
             return u'M' + QString::number(window.selectedMotorIndex);
         const LoadLogic::ActiveLoad* load = LoadLogic::FindLoad(window.selectedLoadId);
@@ -140,7 +140,7 @@ private:
     void type(const char* field, const QString& text) const;
     void click(const QString& button) const;
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestCanvasKeys::initTestCase()
@@ -150,16 +150,16 @@ void TestCanvasKeys::initTestCase()
 
 void TestCanvasKeys::init()
 {
-    m_bench.emplace();
-    m_bench->window.resize(1600, 1200);
-    QVERIFY(m_bench->activate());
-    m_bench->canvas()->setFocus(Qt::TabFocusReason);
+    m_test.emplace();
+    m_test->window.resize(1600, 1200);
+    QVERIFY(m_test->activate());
+    m_test->canvas()->setFocus(Qt::TabFocusReason);
 }
 
 // A drag as the pointer makes it: QTest's moves have no modifiers.
 void TestCanvasKeys::drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers) const
 {
-    TrussView* canvas = m_bench->canvas();
+    TrussView* canvas = m_test->canvas();
     QTest::mousePress(canvas, Qt::LeftButton, {}, from);
     QMouseEvent move(QEvent::MouseMove, to, canvas->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, modifiers);
     QCoreApplication::sendEvent(canvas, &move);
@@ -168,30 +168,30 @@ void TestCanvasKeys::drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifier
 
 void TestCanvasKeys::tabKey_comesAndLeaves()
 {
-    QWidget* report = m_bench->button(u"📊 GENERAR INFORME ESTRUCTURAL"_s);
-    QTest::keyClick(m_bench->canvas(), Qt::Key_Tab);
+    QWidget* report = m_test->button(u"📊 GENERAR INFORME ESTRUCTURAL"_s);
+    QTest::keyClick(m_test->canvas(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), report);
     QTest::keyClick(report, Qt::Key_Backtab);
-    QCOMPARE(QApplication::focusWidget(), m_bench->canvas());
+    QCOMPARE(QApplication::focusWidget(), m_test->canvas());
     press(Qt::Key_Right); // also with something selected
     press(Qt::Key_Backtab);
-    QVERIFY(QApplication::focusWidget() != m_bench->canvas());
+    QVERIFY(QApplication::focusWidget() != m_test->canvas());
 }
 
 void TestCanvasKeys::ring_framesTheCanvasForTheTabKeyAlone()
 {
-    const auto* ring = m_bench->window.findChild<FocusRing*>();
-    m_bench->button(u"+"_s)->setFocus(Qt::TabFocusReason);
-    m_bench->canvas()->setFocus(Qt::TabFocusReason);
+    const auto* ring = m_test->window.findChild<FocusRing*>();
+    m_test->button(u"+"_s)->setFocus(Qt::TabFocusReason);
+    m_test->canvas()->setFocus(Qt::TabFocusReason);
     QVERIFY(ring->isVisible());
-    QCOMPARE(ring->framed(), m_bench->canvas());
+    QCOMPARE(ring->framed(), m_test->canvas());
     QVERIFY(Support::contrast(ring->colour(), QColor(u"#121212"_s)) >= 3.0);
-    m_bench->window.setFocus(Qt::ActiveWindowFocusReason); // as when a dialog is closed
-    m_bench->canvas()->setFocus(Qt::ActiveWindowFocusReason);
+    m_test->window.setFocus(Qt::ActiveWindowFocusReason); // as when a dialog is closed
+    m_test->canvas()->setFocus(Qt::ActiveWindowFocusReason);
     QVERIFY(ring->isVisible());
-    m_bench->button(u"+"_s)->setFocus();
-    QTest::mouseClick(m_bench->canvas(), Qt::LeftButton, {}, QPoint(5, 5));
-    QVERIFY(m_bench->canvas()->hasFocus());
+    m_test->button(u"+"_s)->setFocus();
+    QTest::mouseClick(m_test->canvas(), Qt::LeftButton, {}, QPoint(5, 5));
+    QVERIFY(m_test->canvas()->hasFocus());
     QVERIFY(!ring->isVisible());
 }
 
@@ -199,9 +199,9 @@ void TestCanvasKeys::ring_framesTheCanvasForTheTabKeyAlone()
 void TestCanvasKeys::arrows_goThroughEverything()
 {
     LoadLogic::AddMotor(3.0F);
-    const QString first = u'L' + QString::number(m_bench->hangLoad(10.0F, 3.0F));
-    const QString second = u'L' + QString::number(m_bench->hangLoad(20.0F, 3.0F));
-    m_bench->addScreen();
+    const QString first = u'L' + QString::number(m_test->hangLoad(10.0F, 3.0F));
+    const QString second = u'L' + QString::number(m_test->hangLoad(20.0F, 3.0F));
+    m_test->addScreen();
     const QString array = selected();
     press(Qt::Key_Home);
     QStringList visited{selected()};
@@ -217,24 +217,24 @@ void TestCanvasKeys::arrows_goThroughEverything()
     press(Qt::Key_Home);
     press(Qt::Key_Left);
     QCOMPARE(selected(), u"M0"_s);
-    QCOMPARE(m_bench->undoDepth(), 1); // the screen's: selecting is no edit
+    QCOMPARE(m_test->undoDepth(), 1); // the screen's: selecting is no edit
 }
 
 void TestCanvasKeys::arrows_openThePanels()
 {
-    m_bench->hangLoad(10.0F, 3.0F);
+    m_test->hangLoad(10.0F, 3.0F);
     press(Qt::Key_Right);
-    QVERIFY(m_bench->motorPanel()->isVisible());
+    QVERIFY(m_test->motorPanel()->isVisible());
     press(Qt::Key_Right);
-    QVERIFY(m_bench->loadPanel()->isVisible());
-    QVERIFY(!m_bench->motorPanel()->isVisible());
-    QVERIFY(m_bench->canvas()->hasFocus());
+    QVERIFY(m_test->loadPanel()->isVisible());
+    QVERIFY(!m_test->motorPanel()->isVisible());
+    QVERIFY(m_test->canvas()->hasFocus());
 }
 
 void TestCanvasKeys::arrows_reachLoadsThatShareAnId()
 {
-    m_bench->hangLoad(10.0F, 3.0F);
-    m_bench->hangLoad(20.0F, 5.0F);
+    m_test->hangLoad(10.0F, 3.0F);
+    m_test->hangLoad(20.0F, 5.0F);
     LoadLogic::ActiveLoads[1].id = LoadLogic::ActiveLoads.constFirst().id;
     press(Qt::Key_Right);
     press(Qt::Key_Right);
@@ -249,12 +249,12 @@ void TestCanvasKeys::arrows_reachLoadsThatShareAnId()
 void TestCanvasKeys::arrows_withNothingThere_doNothing()
 {
     LoadLogic::MotorList.clear();
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Home, Qt::Key_End, Qt::Key_Return,
                               Qt::Key_Delete, Qt::Key_F10})
         press(key);
     QCOMPARE(selected(), u"nothing"_s);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
 }
 
 void TestCanvasKeys::shiftArrows_moveAMotor()
@@ -276,12 +276,12 @@ void TestCanvasKeys::shiftArrows_moveAMotorPastAnother()
     QCOMPARE(selected(), u"M1"_s);
     QCOMPARE(LoadLogic::MotorList.at(1).id, id);
     QCOMPARE(LoadLogic::MotorList.at(1).positionX, 0.3F);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
 }
 
 void TestCanvasKeys::shiftArrows_moveALoad()
 {
-    m_bench->hangLoad(10.0F, 3.0F);
+    m_test->hangLoad(10.0F, 3.0F);
     press(Qt::Key_Right);
     press(Qt::Key_Right);
     pressTimes(10, Qt::Key_Left, Qt::ShiftModifier | Qt::ControlModifier);
@@ -290,14 +290,14 @@ void TestCanvasKeys::shiftArrows_moveALoad()
 
 void TestCanvasKeys::shiftArrows_moveAnArray()
 {
-    m_bench->addScreen();
+    m_test->addScreen();
     const int group = LoadLogic::ActiveLoads.constFirst().groupId;
     const float width = LoadLogic::ActiveLoads.at(1).positionX - LoadLogic::ActiveLoads.at(0).positionX;
     pressTimes(5, Qt::Key_Right, Qt::ShiftModifier);
     QVERIFY(std::abs(centreOf(group) - 6.5F) < 1e-4F);
     const float now = LoadLogic::ActiveLoads.at(1).positionX - LoadLogic::ActiveLoads.at(0).positionX;
     QVERIFY(std::abs(now - width) < 1e-4F);
-    QCOMPARE(m_bench->undoDepth(), 2); // hanging it, moving it
+    QCOMPARE(m_test->undoDepth(), 2); // hanging it, moving it
 }
 
 void TestCanvasKeys::shiftArrows_stopAtTheEnds()
@@ -305,17 +305,17 @@ void TestCanvasKeys::shiftArrows_stopAtTheEnds()
     press(Qt::Key_Home);
     press(Qt::Key_Left, Qt::ShiftModifier);
     QCOMPARE(LoadLogic::MotorList.constFirst().positionX, 0.0F);
-    QCOMPARE(m_bench->undoDepth(), 0); // nothing moved
+    QCOMPARE(m_test->undoDepth(), 0); // nothing moved
     press(Qt::Key_End);
     press(Qt::Key_Right, Qt::ShiftModifier);
     QCOMPARE(LoadLogic::MotorList.constLast().positionX, 12.0F);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
 
-    m_bench->addScreen();
+    m_test->addScreen();
     pressTimes(130, Qt::Key_Right, Qt::ShiftModifier);
     for (const LoadLogic::ActiveLoad& segment : std::as_const(LoadLogic::ActiveLoads))
         QCOMPARE(segment.positionX, 12.0F); // pushed against the end, as by the pointer
-    QCOMPARE(m_bench->undoDepth(), 2);
+    QCOMPARE(m_test->undoDepth(), 2);
     press(Qt::Key_Z, Qt::ControlModifier);
     QVERIFY(std::abs(centreOf(LoadLogic::ActiveLoads.constFirst().groupId) - 6.0F) < 1e-4F);
 }
@@ -325,7 +325,7 @@ void TestCanvasKeys::shiftArrows_withoutASelection_doNothing()
     press(Qt::Key_Right, Qt::ShiftModifier);
     press(Qt::Key_Left, Qt::ShiftModifier);
     QCOMPARE(LoadLogic::MotorList.constFirst().positionX, 0.0F);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
 }
 
 void TestCanvasKeys::steps_areOneUndo()
@@ -333,18 +333,18 @@ void TestCanvasKeys::steps_areOneUndo()
     press(Qt::Key_Home);
     pressTimes(30, Qt::Key_Right, Qt::ShiftModifier);
     QCOMPARE(LoadLogic::MotorList.constFirst().positionX, 3.0F);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
     press(Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(LoadLogic::MotorList.constFirst().positionX, 0.0F);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
 }
 
 void TestCanvasKeys::steps_afterAnythingElse_areAnotherUndo()
 {
     const auto isNewStep = [this] {
-        const int before = m_bench->undoDepth();
+        const int before = m_test->undoDepth();
         press(Qt::Key_Right, Qt::ShiftModifier);
-        return m_bench->undoDepth() == before + 1;
+        return m_test->undoDepth() == before + 1;
     };
     press(Qt::Key_Home);
     QVERIFY(isNewStep());
@@ -354,13 +354,13 @@ void TestCanvasKeys::steps_afterAnythingElse_areAnotherUndo()
     QVERIFY(isNewStep());
     press(Qt::Key_Z, Qt::ControlModifier); // an undo
     QVERIFY(isNewStep());
-    m_bench->setText("motorCapacity", u"1500"_s); // an edit of the same motor
+    m_test->setText("motorCapacity", u"1500"_s); // an edit of the same motor
     QVERIFY(isNewStep());
     drag(at(LoadLogic::MotorList.constFirst().positionX, 0), at(2.0F, 0), {}); // by the pointer
     QVERIFY(isNewStep());
     QVERIFY(!isNewStep());
-    m_bench->window.onAddTab(); // another project
-    m_bench->window.showMotorProperties(0);
+    m_test->window.onAddTab(); // another project
+    m_test->window.showMotorProperties(0);
     QVERIFY(isNewStep());
 }
 
@@ -371,25 +371,25 @@ void TestCanvasKeys::enter_asksForAMotorsPlace()
     press(Qt::Key_Return);
     QVERIFY(answer.given());
     QCOMPARE(LoadLogic::MotorList.constFirst().positionX, 3.5F);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
     QCOMPARE(selected(), u"M0"_s);
 }
 
 void TestCanvasKeys::enter_asksForALoadsPlace()
 {
-    m_bench->hangLoad(10.0F, 3.0F);
+    m_test->hangLoad(10.0F, 3.0F);
     press(Qt::Key_Right);
     press(Qt::Key_Right);
     const auto answer = positionAnswer(1.25);
     press(Qt::Key_Enter, Qt::KeypadModifier);
     QVERIFY(answer.given());
     QCOMPARE(LoadLogic::ActiveLoads.constFirst().positionX, 7.25F);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
 }
 
 void TestCanvasKeys::enter_asksForAnArraysCentre()
 {
-    m_bench->addScreen();
+    m_test->addScreen();
     const int group = LoadLogic::ActiveLoads.constFirst().groupId;
     QString title;
     const auto answer = positionAnswer(-1.5, &title);
@@ -397,13 +397,13 @@ void TestCanvasKeys::enter_asksForAnArraysCentre()
     QVERIFY(answer.given());
     QCOMPARE(title, u"Pantalla de 4.0 m — Posición exacta"_s);
     QVERIFY(std::abs(centreOf(group) - 4.5F) < 1e-4F);
-    QCOMPARE(m_bench->undoDepth(), 2);
+    QCOMPARE(m_test->undoDepth(), 2);
 }
 
 // 8 segments, 0.5 m apart: the outermost are 1.75 m from the centre.
 void TestCanvasKeys::enter_keepsAnArrayWhole()
 {
-    m_bench->addScreen();
+    m_test->addScreen();
     const int group = LoadLogic::ActiveLoads.constFirst().groupId;
     const auto answer = positionAnswer(6.0);
     press(Qt::Key_Return);
@@ -424,20 +424,20 @@ void TestCanvasKeys::delete_takesAway_data()
 void TestCanvasKeys::delete_takesAway()
 {
     QFETCH(int, steps);
-    m_bench->hangLoad(10.0F, 1.0F);
-    m_bench->addScreen();
-    const int before = m_bench->undoDepth();
+    m_test->hangLoad(10.0F, 1.0F);
+    m_test->addScreen();
+    const int before = m_test->undoDepth();
     press(Qt::Key_Home);
     pressTimes(steps, Qt::Key_Right, {});
     press(Qt::Key_Delete);
     QTEST(static_cast<int>(LoadLogic::MotorList.size()), "motors");
     QTEST(static_cast<int>(LoadLogic::ActiveLoads.size()), "loads");
     QCOMPARE(selected(), u"nothing"_s);
-    QVERIFY(!m_bench->motorPanel()->isVisible());
-    QVERIFY(!m_bench->loadPanel()->isVisible());
-    QCOMPARE(m_bench->undoDepth(), before + 1);
+    QVERIFY(!m_test->motorPanel()->isVisible());
+    QVERIFY(!m_test->loadPanel()->isVisible());
+    QCOMPARE(m_test->undoDepth(), before + 1);
     press(Qt::Key_Delete); // nothing is selected now
-    QCOMPARE(m_bench->undoDepth(), before + 1);
+    QCOMPARE(m_test->undoDepth(), before + 1);
     press(Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(LoadLogic::MotorList.size(), 2);
     QCOMPARE(LoadLogic::ActiveLoads.size(), 9);
@@ -456,8 +456,8 @@ void TestCanvasKeys::menuKeys_openTheMenu()
 {
     QFETCH(int, key);
     QFETCH(int, modifiers);
-    m_bench->hangLoad(10.0F, 1.0F);
-    m_bench->addScreen();
+    m_test->hangLoad(10.0F, 1.0F);
+    m_test->addScreen();
     press(Qt::Key_Home);
     for (const auto& first :
          {u"Editar Especificaciones..."_s, u"Eliminar Carga"_s, u"Eliminar Pantalla Completa"_s}) {
@@ -493,16 +493,16 @@ void TestCanvasKeys::menuByKeys_editsAsOneUndo()
     press(Qt::Key_F10);
     typist.stop();
     QCOMPARE(LoadLogic::MotorList.constFirst().modelName, u"D8"_s);
-    QCOMPARE(m_bench->undoDepth(), 1);
-    m_bench->window.undo();
+    QCOMPARE(m_test->undoDepth(), 1);
+    m_test->window.undo();
     QCOMPARE(LoadLogic::MotorList.constFirst().modelName, u"Motor"_s);
 }
 
 // Its place is the middle of the widget, where a load hangs.
 void TestCanvasKeys::menuOfThePlatform_isThatOfTheSelection()
 {
-    m_bench->hangLoad(10.0F, 6.0F);
-    TrussView* canvas = m_bench->canvas();
+    m_test->hangLoad(10.0F, 6.0F);
+    TrussView* canvas = m_test->canvas();
     const QPoint middle = at(6.0F, 10);
     press(Qt::Key_Home);
     Support::MenuAnswer menu;
@@ -510,7 +510,7 @@ void TestCanvasKeys::menuOfThePlatform_isThatOfTheSelection()
     QCoreApplication::sendEvent(canvas, &event);
     QVERIFY(menu.given());
     QCOMPARE(menu.entries.constFirst(), u"Editar Especificaciones..."_s);
-    QVERIFY(m_bench->activate());
+    QVERIFY(m_test->activate());
     press(Qt::Key_Escape);
     QCOMPARE(selected(), u"nothing"_s);
     const Support::MenuAnswer none;
@@ -521,38 +521,38 @@ void TestCanvasKeys::menuOfThePlatform_isThatOfTheSelection()
 
 void TestCanvasKeys::escape_selectsNothing()
 {
-    m_bench->hangLoad(10.0F, 1.0F);
-    m_bench->addScreen();
+    m_test->hangLoad(10.0F, 1.0F);
+    m_test->addScreen();
     for (const int steps : {0, 1, 2}) {
         press(Qt::Key_Home);
         pressTimes(steps, Qt::Key_Right, {});
         QVERIFY(selected() != u"nothing"_s);
         press(Qt::Key_Escape);
         QCOMPARE(selected(), u"nothing"_s);
-        QVERIFY(!m_bench->motorPanel()->isVisible());
-        QVERIFY(!m_bench->loadPanel()->isVisible());
+        QVERIFY(!m_test->motorPanel()->isVisible());
+        QVERIFY(!m_test->loadPanel()->isVisible());
         QTRY_VERIFY(!frame()->isVisible());
     }
 }
 
 void TestCanvasKeys::whileDragging_keysDoNothing()
 {
-    QTest::mousePress(m_bench->canvas(), Qt::LeftButton, {}, at(0.0F, 0));
+    QTest::mousePress(m_test->canvas(), Qt::LeftButton, {}, at(0.0F, 0));
     for (const Qt::Key key : {Qt::Key_Right, Qt::Key_End, Qt::Key_Return, Qt::Key_Delete, Qt::Key_F10})
         press(key);
     press(Qt::Key_Right, Qt::ShiftModifier);
     QCOMPARE(selected(), u"M0"_s);
     QCOMPARE(LoadLogic::MotorList.size(), 2);
     QCOMPARE(LoadLogic::MotorList.constFirst().positionX, 0.0F);
-    QTest::mouseRelease(m_bench->canvas(), Qt::LeftButton, {}, at(0.0F, 0));
+    QTest::mouseRelease(m_test->canvas(), Qt::LeftButton, {}, at(0.0F, 0));
     press(Qt::Key_Right);
     QCOMPARE(selected(), u"M1"_s);
 }
 
 void TestCanvasKeys::arrowsUpAndDown_scrollThePage()
 {
-    m_bench->window.resize(1000, 400);
-    const QScrollBar* bar = m_bench->window.findChild<QScrollArea*>()->verticalScrollBar();
+    m_test->window.resize(1000, 400);
+    const QScrollBar* bar = m_test->window.findChild<QScrollArea*>()->verticalScrollBar();
     QTRY_VERIFY(bar->maximum() > 0);
     const int before = bar->value();
     press(Qt::Key_Down);
@@ -565,16 +565,16 @@ void TestCanvasKeys::frame_isAroundTheSelection()
     press(Qt::Key_Home);
     QVERIFY(frame()->isVisible());
     // The motor's box of 70 px above the truss, its label of 90 px from 119 px above on; 5 px around.
-    const QPoint middle = at(0.0F, 0) + m_bench->canvas()->pos();
+    const QPoint middle = at(0.0F, 0) + m_test->canvas()->pos();
     QCOMPARE(frame()->geometry(), QRect(middle.x() - 45 - 5, middle.y() - 119 - 5, 90 + 10, 119 + 10));
-    QCOMPARE(frame()->parentWidget(), m_bench->canvas()->parentWidget());
+    QCOMPARE(frame()->parentWidget(), m_test->canvas()->parentWidget());
     QVERIFY(frame()->testAttribute(Qt::WA_TransparentForMouseEvents));
 }
 
 void TestCanvasKeys::frame_followsEveryChange()
 {
     const auto isAt = [this](float x) {
-        const int middle = at(x, 0).x() + m_bench->canvas()->x();
+        const int middle = at(x, 0).x() + m_test->canvas()->x();
         return frame()->isVisible() && std::abs(frame()->geometry().center().x() - middle) <= 1;
     };
     press(Qt::Key_End);
@@ -582,37 +582,37 @@ void TestCanvasKeys::frame_followsEveryChange()
     QVERIFY(isAt(10.0F));
     press(Qt::Key_Z, Qt::ControlModifier);
     QTRY_VERIFY(isAt(12.0F));
-    QTest::mouseClick(m_bench->canvas(), Qt::LeftButton, {}, at(0.0F, 0));
+    QTest::mouseClick(m_test->canvas(), Qt::LeftButton, {}, at(0.0F, 0));
     QTRY_VERIFY(isAt(0.0F));
-    m_bench->window.onAddLoadClicked(); // selects what it hangs
+    m_test->window.onAddLoadClicked(); // selects what it hangs
     QTRY_VERIFY(isAt(6.0F));
-    m_bench->window.resize(1500, 1100);
+    m_test->window.resize(1500, 1100);
     QTRY_VERIFY(isAt(6.0F));
-    m_bench->window.deleteSelectedLoad();
+    m_test->window.deleteSelectedLoad();
     QTRY_VERIFY(!frame()->isVisible());
 }
 
 void TestCanvasKeys::frame_leavesTheCanvasAsItIs()
 {
-    m_bench->window.blinkTimer->stop();
-    m_bench->window.showMotorProperties(0); // shows its panel, and nothing on the canvas
+    m_test->window.blinkTimer->stop();
+    m_test->window.showMotorProperties(0); // shows its panel, and nothing on the canvas
     QCoreApplication::processEvents();
     frame()->hide();
-    const QImage before = m_bench->canvas()->grab().toImage();
+    const QImage before = m_test->canvas()->grab().toImage();
     press(Qt::Key_Home);
     QVERIFY(frame()->isVisible());
-    QCOMPARE(m_bench->canvas()->grab().toImage(), before);
+    QCOMPARE(m_test->canvas()->grab().toImage(), before);
     // What lies within the frame can be pressed as ever.
-    const QPoint inside = at(0.0F, -2) + m_bench->canvas()->pos();
-    QCOMPARE(frame()->parentWidget()->childAt(inside), m_bench->canvas());
+    const QPoint inside = at(0.0F, -2) + m_test->canvas()->pos();
+    QCOMPARE(frame()->parentWidget()->childAt(inside), m_test->canvas());
 }
 
 void TestCanvasKeys::frame_isHiddenInADrag()
 {
     press(Qt::Key_Home);
-    QTest::mousePress(m_bench->canvas(), Qt::LeftButton, {}, at(0.0F, 0));
+    QTest::mousePress(m_test->canvas(), Qt::LeftButton, {}, at(0.0F, 0));
     QTRY_VERIFY(!frame()->isVisible());
-    QTest::mouseRelease(m_bench->canvas(), Qt::LeftButton, {}, at(0.0F, 0));
+    QTest::mouseRelease(m_test->canvas(), Qt::LeftButton, {}, at(0.0F, 0));
     QTRY_VERIFY(frame()->isVisible());
 }
 
@@ -620,8 +620,8 @@ void TestCanvasKeys::frame_isHiddenInADrag()
 void TestCanvasKeys::frame_isSeen()
 {
     press(Qt::Key_End);
-    const QImage picture = m_bench->window.grab().toImage();
-    const QRect area(frame()->mapTo(&m_bench->window, QPoint(0, 0)), frame()->size());
+    const QImage picture = m_test->window.grab().toImage();
+    const QRect area(frame()->mapTo(&m_test->window, QPoint(0, 0)), frame()->size());
     const QColor line = picture.pixelColor(area.topLeft() + QPoint(area.width() / 2, 0));
     const QRect beside(area.right() + 2, area.top(), 20, area.height());
     const QColor around = Support::mostFrequentColour(picture, beside);
@@ -631,10 +631,10 @@ void TestCanvasKeys::frame_isSeen()
 
 void TestCanvasKeys::screenReaders_areToldTheSelection()
 {
-    m_bench->hangLoad(110.0F, 6.0F);
+    m_test->hangLoad(110.0F, 6.0F);
     LoadLogic::ActiveLoads.last().name = u"PA <izq> %1"_s;
-    m_bench->addScreen();
-    m_bench->window.nothingPicked();
+    m_test->addScreen();
+    m_test->window.nothingPicked();
     const QSignalSpy told(frame(), &SelectionFrame::announced);
     const auto last = [&told] {
         return told.isEmpty() ? QString() : told.constLast().constFirst().toString();
@@ -650,10 +650,10 @@ void TestCanvasKeys::screenReaders_areToldTheSelection()
     QAccessibleInterface* entry = QAccessible::queryAccessibleInterface(frame());
     QCOMPARE(entry->role(), QAccessible::ListItem);
     QCOMPARE(told.size(), 3); // each once
-    QCOMPARE(QAccessible::queryAccessibleInterface(m_bench->canvas())->role(), QAccessible::Canvas);
+    QCOMPARE(QAccessible::queryAccessibleInterface(m_test->canvas())->role(), QAccessible::Canvas);
     QVERIFY(entry->state().focused);
     QVERIFY(entry->state().selected);
-    m_bench->field("trussLength")->setFocus();
+    m_test->field("trussLength")->setFocus();
     QVERIFY(!entry->state().focused);
 }
 
@@ -663,13 +663,13 @@ void TestCanvasKeys::screenReaders_getTheFiguresThatHold()
     QVERIFY(frame()->accessibleName().contains(u" en -6.00m: "_s));
     press(Qt::Key_Right, Qt::ShiftModifier);
     QVERIFY(frame()->accessibleName().contains(u" en -5.90m: "_s));
-    m_bench->setText("motorCapacity", u"60"_s);
+    m_test->setText("motorCapacity", u"60"_s);
     QTRY_VERIFY(frame()->accessibleName().endsWith(u" de 60.0 kg, EXCESO DINÁMICO."_s));
 }
 
 void TestCanvasKeys::altDrag_goesByDecimetres()
 {
-    m_bench->hangLoad(10.0F, 3.03F);
+    m_test->hangLoad(10.0F, 3.03F);
     drag(at(0.0F, 0), at(1.234F, 0), Qt::AltModifier);
     QCOMPARE(LoadLogic::MotorList.constFirst().positionX, 1.2F);
     // By 2.0 m from 3.03 m: 5.03 m, and 5.0 m is the nearest mark
@@ -677,7 +677,7 @@ void TestCanvasKeys::altDrag_goesByDecimetres()
     QVERIFY(std::abs(LoadLogic::ActiveLoads.constFirst().positionX - 5.0F) < 1e-4F);
 
     // In small steps, none of which reaches a mark of its own
-    TrussView* canvas = m_bench->canvas();
+    TrussView* canvas = m_test->canvas();
     const QPoint from = at(5.0F, 30);
     QTest::mousePress(canvas, Qt::LeftButton, {}, from);
     const int end = at(6.0F, 30).x();
@@ -693,7 +693,7 @@ void TestCanvasKeys::altDrag_goesByDecimetres()
 
 void TestCanvasKeys::altDrag_ofAnArray_goesByDecimetres()
 {
-    m_bench->addScreen();
+    m_test->addScreen();
     const int group = LoadLogic::ActiveLoads.constFirst().groupId;
     drag(at(6.0F, 20), at(7.234F, 20), Qt::AltModifier);
     QVERIFY(std::abs(centreOf(group) - 7.2F) < 1e-4F);
@@ -701,7 +701,7 @@ void TestCanvasKeys::altDrag_ofAnArray_goesByDecimetres()
 
 void TestCanvasKeys::plainDrag_goesByPixels()
 {
-    const TrussView* canvas = m_bench->canvas();
+    const TrussView* canvas = m_test->canvas();
     const auto span = static_cast<float>(canvas->width() - 2 * canvas->marginX);
     drag(at(0.0F, 0), QPoint(canvas->marginX + 101, canvas->height() / 2), {});
     QCOMPARE(LoadLogic::MotorList.constFirst().positionX, 101.0F / span * 12.0F);
@@ -717,7 +717,7 @@ void TestCanvasKeys::tabTo(const QWidget* wanted) const
 
 void TestCanvasKeys::type(const char* field, const QString& text) const
 {
-    QWidget* widget = m_bench->window.findChild<QWidget*>(QLatin1StringView(field));
+    QWidget* widget = m_test->window.findChild<QWidget*>(QLatin1StringView(field));
     tabTo(widget);
     QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(widget, text);
@@ -725,7 +725,7 @@ void TestCanvasKeys::type(const char* field, const QString& text) const
 
 void TestCanvasKeys::click(const QString& button) const
 {
-    tabTo(m_bench->button(button));
+    tabTo(m_test->button(button));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
 }
 
@@ -737,14 +737,13 @@ void TestCanvasKeys::show_isBuiltByKeysAlone()
         const auto answer = positionAnswer(fromCentre);
         press(Qt::Key_Return);
         QVERIFY(answer.given());
-        QVERIFY(m_bench->activate()); // off screen no window comes back by itself
+        QVERIFY(m_test->activate()); // off screen no window comes back by itself
     };
     for (int i = 0; i < 4; ++i) { // two hang at the ends already; a new one hangs in the middle
         click(u"+ Motor"_s);
-        tabTo(m_bench->canvas());
+        tabTo(m_test->canvas());
         press(Qt::Key_Home);
-        while (std::abs(LoadLogic::MotorList.at(m_bench->window.selectedMotorIndex).positionX - 12.0F)
-               > 0.01F)
+        while (std::abs(LoadLogic::MotorList.at(m_test->window.selectedMotorIndex).positionX - 12.0F) > 0.01F)
             press(Qt::Key_Right);
         go(-7.2 + 4.8 * i);
     }
@@ -765,7 +764,7 @@ void TestCanvasKeys::show_isBuiltByKeysAlone()
     QCOMPARE(LoadLogic::ActiveLoads.size(), 10 + 2 * 8);
     const int left = LoadLogic::ActiveLoads.at(10).groupId;
     const int right = LoadLogic::ActiveLoads.constLast().groupId;
-    tabTo(m_bench->canvas());
+    tabTo(m_test->canvas());
     press(Qt::Key_Home);
     for (int i = 0; i < 20 && selected() != u'A' + QString::number(left); ++i)
         press(Qt::Key_Right);

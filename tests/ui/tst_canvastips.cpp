@@ -62,14 +62,14 @@ private:
     void hover(float x, int below) const;
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
     {
-        QTest::keyClick(m_bench->canvas(), key, modifiers);
+        QTest::keyClick(m_test->canvas(), key, modifiers);
     }
     void name(const QString& text) const
     {
         LoadLogic::ActiveLoads.last().name = text;
     }
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestCanvasTips::initTestCase()
@@ -79,22 +79,22 @@ void TestCanvasTips::initTestCase()
 
 void TestCanvasTips::init()
 {
-    m_bench.emplace();
-    m_bench->window.resize(1600, 1200);
-    QVERIFY(m_bench->activate());
-    m_bench->canvas()->setFocus();
+    m_test.emplace();
+    m_test->window.resize(1600, 1200);
+    QVERIFY(m_test->activate());
+    m_test->canvas()->setFocus();
 }
 
 void TestCanvasTips::cleanup()
 {
     QToolTip::hideText();
-    m_bench.reset();
+    m_test.reset();
     QTRY_VERIFY(shownTip() == nullptr);
 }
 
 void TestCanvasTips::hover(float x, int below) const
 {
-    TrussView* canvas = m_bench->canvas();
+    TrussView* canvas = m_test->canvas();
     const auto span = static_cast<float>(canvas->width() - 2 * canvas->marginX);
     const QPoint point(canvas->marginX
                            + Numbers::toPixel(static_cast<double>(x / LoadLogic::TrussLength * span)),
@@ -115,9 +115,9 @@ void TestCanvasTips::hover_tellsAMotor()
 
 void TestCanvasTips::hover_tellsAllThatIsStacked()
 {
-    m_bench->hangLoad(80.0F, 12.0F);
+    m_test->hangLoad(80.0F, 12.0F);
     name(u"Altavoz de retardo con un nombre que el dibujo corta"_s);
-    m_bench->hangLoad(20.0F, 12.0F);
+    m_test->hangLoad(20.0F, 12.0F);
     name(u"Luz"_s);
     hover(12.0F, 105);
     QCOMPARE(
@@ -130,14 +130,14 @@ void TestCanvasTips::hover_tellsAllThatIsStacked()
 
 void TestCanvasTips::hover_tellsAnArray()
 {
-    m_bench->addScreen();
+    m_test->addScreen();
     hover(6.5F, 20);
     QCOMPARE(shownLines(), QStringList{u"Pantalla de 4.0 m en 0.00m: 556.4 kg en 8 segmentos. Truss: OK."_s});
 }
 
 void TestCanvasTips::hover_showsNamesAsTheyAre()
 {
-    m_bench->hangLoad(80.0F, 6.0F);
+    m_test->hangLoad(80.0F, 6.0F);
     name(u"<b>PA</b> & <img src=x> %1"_s);
     hover(6.0F, 20);
     QCOMPARE(shownLines(), QStringList{u"Carga <b>PA</b> & <img src=x> %1 en 0.00m: 80.0 kg. Truss: OK."_s});
@@ -153,7 +153,7 @@ void TestCanvasTips::hover_overNothing_tellsNothing()
 
 void TestCanvasTips::hover_inADrag_tellsNothing()
 {
-    TrussView* canvas = m_bench->canvas();
+    TrussView* canvas = m_test->canvas();
     QTest::mousePress(canvas, Qt::LeftButton, {}, QPoint(canvas->marginX, canvas->height() / 2));
     hover(0.0F, -60);
     QVERIFY(shownTip() == nullptr);
@@ -162,9 +162,9 @@ void TestCanvasTips::hover_inADrag_tellsNothing()
 
 void TestCanvasTips::keys_tellWhatIsSelected()
 {
-    m_bench->hangLoad(80.0F, 6.0F);
+    m_test->hangLoad(80.0F, 6.0F);
     name(u"<b>PA</b>"_s);
-    m_bench->addScreen();
+    m_test->addScreen();
     press(Qt::Key_Home);
     press(Qt::Key_Right);
     QCOMPARE(shownLines(),

@@ -46,14 +46,14 @@ class TestContrast : public QObject
 private slots:
     void init()
     {
-        m_bench.emplace();
-        m_bench->window.resize(1024, 700);
-        QVERIFY(m_bench->activate());
-        m_bench->window.openProjectFile(QStringLiteral(VELMORA_SOURCE_DIR "/examples/concierto.rig"));
+        m_test.emplace();
+        m_test->window.resize(1024, 700);
+        QVERIFY(m_test->activate());
+        m_test->window.openProjectFile(QStringLiteral(VELMORA_SOURCE_DIR "/examples/concierto.rig"));
     }
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void key_opensIt();
@@ -80,8 +80,8 @@ private slots:
 private:
     ContrastDialog* open()
     {
-        m_bench->window.openContrast();
-        auto* dialog = m_bench->window.findChild<ContrastDialog*>();
+        m_test->window.openContrast();
+        auto* dialog = m_test->window.findChild<ContrastDialog*>();
         const auto isActive = [dialog] { return QApplication::activeWindow() == dialog; };
         dialog->activateWindow();
         if (!QTest::qWaitFor(isActive))
@@ -103,26 +103,26 @@ private:
         return ProjectOpinion::of(LoadLogic::Snapshot());
     }
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestContrast::key_opensIt()
 {
-    QVERIFY(m_bench->window.findChild<ContrastDialog*>() == nullptr);
-    m_bench->field("trussLength")->setFocus();
-    QTest::keyClick(m_bench->field("trussLength"), Qt::Key_F8);
-    const auto* dialog = m_bench->window.findChild<ContrastDialog*>();
+    QVERIFY(m_test->window.findChild<ContrastDialog*>() == nullptr);
+    m_test->field("trussLength")->setFocus();
+    QTest::keyClick(m_test->field("trussLength"), Qt::Key_F8);
+    const auto* dialog = m_test->window.findChild<ContrastDialog*>();
     QVERIFY(dialog != nullptr && dialog->isVisible() && !dialog->isModal());
-    QTest::keyClick(&m_bench->window, Qt::Key_F8);
-    QCOMPARE(m_bench->window.findChildren<ContrastDialog*>().size(), 1);
+    QTest::keyClick(&m_test->window, Qt::Key_F8);
+    QCOMPARE(m_test->window.findChildren<ContrastDialog*>().size(), 1);
 }
 
 void TestContrast::hyperstaticLabel_opensIt()
 {
-    QLabel* label = m_bench->label("hyperstaticWarning");
+    QLabel* label = m_test->label("hyperstaticWarning");
     const QString text = label->text();
     QTest::mouseClick(label, Qt::LeftButton);
-    QVERIFY(m_bench->window.findChild<ContrastDialog*>()->isVisible());
+    QVERIFY(m_test->window.findChild<ContrastDialog*>()->isVisible());
     QCOMPARE(label->text(), text);
 }
 
@@ -149,7 +149,7 @@ void TestContrast::sentences_areTheEngines()
 {
     LoadLogic::MotorList[0].capacity = 600.0F; // (527.5 + 50) × 1.25 > 600 ≥ 450; (450 + 50) × 1.25 = 625
     LoadLogic::MotorList[0].selfWeight = 20.0F; // (450 + 20) × 1.25 = 587.5; (527.5 + 20) × 1.25 = 684
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     const ContrastDialog* dialog = open();
     const QStringList contradictions = SecondOpinionText::contradictions(opinion());
     QCOMPARE(contradictions.size(), 1);
@@ -167,7 +167,7 @@ void TestContrast::manySentences_areAllThere()
 {
     for (int i = 0; i < 12; ++i)
         LoadLogic::AddMotor(1.0F + static_cast<float>(i) * 0.7F);
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     const ContrastDialog* dialog = open();
     const QStringList sentences = SecondOpinionText::sentences(opinion());
     QVERIFY(sentences.size() > 6);
@@ -180,13 +180,13 @@ void TestContrast::dialog_followsTheProject()
     const ContrastDialog* dialog = open();
     QCOMPARE(cell(dialog, 1, 1), u"0.00m"_s);
     LoadLogic::MotorList[1].positionX = 8.0F;
-    m_bench->window.onPositionChanged(-1);
+    m_test->window.onPositionChanged(-1);
     QTRY_COMPARE(cell(dialog, 1, 1), u"+1.00m"_s);
     QCOMPARE(cell(dialog, 1, 3), SecondOpinionText::rows(opinion()).at(1).at(3));
     LoadLogic::AddMotor(4.0F);
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     QTRY_COMPARE(dialog->findChild<QTableWidget*>()->rowCount(), 4);
-    m_bench->window.onAddTab();
+    m_test->window.onAddTab();
     QTRY_COMPARE(dialog->findChild<QTableWidget*>()->rowCount(), 2);
     QVERIFY(dialog->windowTitle().endsWith(u"Proyecto 2"_s));
 }
@@ -196,7 +196,7 @@ void TestContrast::dialog_followsOnlyWhileOpen()
     ContrastDialog* dialog = open();
     dialog->close();
     LoadLogic::MotorList[1].positionX = 8.0F;
-    m_bench->window.onPositionChanged(-1);
+    m_test->window.onPositionChanged(-1);
     QTest::qWait(200);
     QCOMPARE(cell(dialog, 1, 1), u"0.00m"_s);
     open();
@@ -211,7 +211,7 @@ void TestContrast::drag_costsLittleMore()
 #endif
     const auto drag = [this](int step) {
         LoadLogic::MotorList[1].positionX = 6.0F + 0.02F * static_cast<float>(step);
-        m_bench->window.onPositionChanged(-1);
+        m_test->window.onPositionChanged(-1);
         QCoreApplication::processEvents();
     };
     const double closed = timeOfStep(drag);
@@ -245,17 +245,17 @@ void TestContrast::deflection_isForgottenWithTheTruss()
         QTRY_VERIFY(told(dialog).contains(u"desnivel"_s));
     };
     type();
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     QTest::qWait(150);
     QCOMPARE(field->text(), u"40"_s);
-    m_bench->setText("trussLength", u"16"_s);
+    m_test->setText("trussLength", u"16"_s);
     QTRY_COMPARE(field->text(), QString());
     QVERIFY(!told(dialog).contains(u"desnivel"_s));
     type();
-    m_bench->setText("limitCPL", u"1500"_s);
+    m_test->setText("limitCPL", u"1500"_s);
     QTRY_COMPARE(field->text(), QString());
     type();
-    m_bench->window.onAddTab();
+    m_test->window.onAddTab();
     QTRY_COMPARE(field->text(), QString());
 }
 
@@ -277,7 +277,7 @@ void TestContrast::deflection_thatIsNone_isMarked()
 void TestContrast::table_isCopied()
 {
     LoadLogic::MotorList[1].modelName = u"Dos\tpartes\nmás"_s;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     const ContrastDialog* dialog = open();
     dialog->copyTable();
     const QStringList lines = QGuiApplication::clipboard()->text().split(u'\n');
@@ -323,7 +323,7 @@ void TestContrast::bars_standApart()
 {
     for (int i = 0; i < 5; ++i)
         LoadLogic::AddMotor(13.0F + 0.01F * static_cast<float>(i));
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     const ContrastDialog* dialog = open();
     auto* bars = dialog->findChild<MotorBars*>();
     QSet<QString> seen;
@@ -363,7 +363,7 @@ void TestContrast::pictures_sayWhatTheyShow()
 void TestContrast::pictures_withoutFigures_sayNothingIsThere()
 {
     LoadLogic::ActiveLoads[0].mass = std::numeric_limits<float>::quiet_NaN();
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     const ContrastDialog* dialog = open();
     for (ContrastPicture* picture : dialog->findChildren<ContrastPicture*>()) {
         QCOMPARE(picture->accessibleDescription(), u"No hay reparto que dibujar."_s);

@@ -41,14 +41,14 @@ class TestCutTexts : public QObject
 private slots:
     void init()
     {
-        m_bench.emplace();
-        m_bench->window.resize(1200, 900);
-        QVERIFY(m_bench->activate());
+        m_test.emplace();
+        m_test->window.resize(1200, 900);
+        QVERIFY(m_test->activate());
     }
     void cleanup()
     {
         QToolTip::hideText();
-        m_bench.reset();
+        m_test.reset();
     }
 
     void titleOfThePanel_isToldWhereItIsCut();
@@ -56,27 +56,27 @@ private slots:
     void cellOfATable_isToldWhereItIsCut();
 
 private:
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestCutTexts::titleOfThePanel_isToldWhereItIsCut()
 {
-    const auto title = [this] { return m_bench->motorPanel()->findChild<QLabel*>(); };
-    m_bench->window.showMotorProperties(0);
+    const auto title = [this] { return m_test->motorPanel()->findChild<QLabel*>(); };
+    m_test->window.showMotorProperties(0);
     QTest::qWait(0);
     QCOMPARE(title()->text(), u"Propiedades Motor (Motor)"_s);
     QCOMPARE(tipOver(title(), QPoint(3, 3)), QString());
     LoadLogic::MotorList[0].modelName = LONG_NAME;
-    m_bench->window.showMotorProperties(0);
+    m_test->window.showMotorProperties(0);
     QCOMPARE(tipOver(title(), QPoint(3, 3)), plain(u"Propiedades Motor ("_s + LONG_NAME + u')'));
 }
 
 void TestCutTexts::field_isToldWhereItIsCut()
 {
-    m_bench->window.showMotorProperties(0);
+    m_test->window.showMotorProperties(0);
     QTest::qWait(0);
     for (const char* name : {"motorName", "newLoadName"}) {
-        QLineEdit* field = m_bench->field(name);
+        QLineEdit* field = m_test->field(name);
         QCOMPARE(tipOver(field, QPoint(3, 3)), QString());
         field->setText(LONG_NAME);
         QCOMPARE(tipOver(field, QPoint(3, 3)), plain(LONG_NAME));

@@ -49,11 +49,11 @@ class TestDialogs : public QObject
 private slots:
     void init()
     {
-        m_bench.emplace();
+        m_test.emplace();
     }
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void factor_isLaidOut();
@@ -87,11 +87,11 @@ private:
     void reset()
     {
         const Support::BoxAnswer yes(QMessageBox::Yes);
-        m_bench->window.onResetProjectClicked();
+        m_test->window.onResetProjectClicked();
         QVERIFY(yes.given());
     }
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestDialogs::factor_isLaidOut()
@@ -238,7 +238,7 @@ void TestDialogs::factor_calculatesFirst()
             names.append(table->item(row, 0)->text());
         dialog.reject();
     });
-    m_bench->window.onDynamicFactorClicked();
+    m_test->window.onDynamicFactorClicked();
     QVERIFY(look.given());
     QCOMPARE(names, QStringList({u"Motor"_s, u"Derecho"_s})); // left to right
 }
@@ -251,19 +251,19 @@ void TestDialogs::factor_closesByItsButton()
         QVERIFY(dialog.isModal());
         dialog.findChild<QPushButton*>()->click();
     });
-    m_bench->button(u"⚡ FACTOR DINÁMICO"_s)->click();
+    m_test->button(u"⚡ FACTOR DINÁMICO"_s)->click();
     QVERIFY(press.given());
-    QCOMPARE(parent, &m_bench->window);
-    QVERIFY(m_bench->window.findChild<DynamicFactorDialog*>() == nullptr);
+    QCOMPARE(parent, &m_test->window);
+    QVERIFY(m_test->window.findChild<DynamicFactorDialog*>() == nullptr);
 }
 
 void TestDialogs::factor_closesWithEscape()
 {
     const Support::Answer<DynamicFactorDialog> escape(
         [](DynamicFactorDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-    m_bench->window.onDynamicFactorClicked();
+    m_test->window.onDynamicFactorClicked();
     QVERIFY(escape.given());
-    QVERIFY(m_bench->window.findChild<DynamicFactorDialog*>() == nullptr);
+    QVERIFY(m_test->window.findChild<DynamicFactorDialog*>() == nullptr);
 }
 
 void TestDialogs::info_isLaidOut()
@@ -325,26 +325,26 @@ void TestDialogs::info_isModalAndGoes()
 {
     const Support::Answer<InfoWindow> press([this](InfoWindow& info) {
         QVERIFY(info.isModal());
-        QCOMPARE(info.parentWidget(), &m_bench->window);
+        QCOMPARE(info.parentWidget(), &m_test->window);
         info.findChild<QPushButton*>()->click();
     });
-    m_bench->button(u"⚖️ INFO LEGAL"_s)->click();
+    m_test->button(u"⚖️ INFO LEGAL"_s)->click();
     QVERIFY(press.given());
-    QVERIFY(m_bench->window.findChild<InfoWindow*>() == nullptr);
+    QVERIFY(m_test->window.findChild<InfoWindow*>() == nullptr);
 }
 
 void TestDialogs::info_closesWithEscape()
 {
     const Support::Answer<InfoWindow> escape(
         [](InfoWindow& info) { QTest::keyClick(&info, Qt::Key_Escape); });
-    m_bench->window.onInfoClicked();
+    m_test->window.onInfoClicked();
     QVERIFY(escape.given());
 }
 
 void TestDialogs::reset_asks()
 {
     const Support::BoxAnswer no(QMessageBox::No);
-    m_bench->button(u"🔄 RESTAURAR PROYECTO"_s)->click();
+    m_test->button(u"🔄 RESTAURAR PROYECTO"_s)->click();
     QVERIFY(no.given());
     QCOMPARE(no.title, u"Restaurar Proyecto"_s);
     QCOMPARE(no.text,
@@ -353,8 +353,8 @@ void TestDialogs::reset_asks()
     QCOMPARE(no.icon, QMessageBox::Question);
     QCOMPARE(no.buttons, QMessageBox::Yes | QMessageBox::No);
     QCOMPARE(no.defaultButton, QMessageBox::No);
-    QCOMPARE(no.parent.data(), &m_bench->window);
-    QVERIFY(m_bench->window.findChild<QMessageBox*>() == nullptr);
+    QCOMPARE(no.parent.data(), &m_test->window);
+    QVERIFY(m_test->window.findChild<QMessageBox*>() == nullptr);
 }
 
 void TestDialogs::reset_answeredNo_changesNothing_data()
@@ -367,26 +367,26 @@ void TestDialogs::reset_answeredNo_changesNothing_data()
 void TestDialogs::reset_answeredNo_changesNothing()
 {
     QFETCH(int, button);
-    m_bench->setText("trussLength", u"20"_s);
-    const int id = m_bench->addScreen();
+    m_test->setText("trussLength", u"20"_s);
+    const int id = m_test->addScreen();
     const Support::BoxAnswer no(static_cast<QMessageBox::StandardButton>(button));
-    m_bench->window.onResetProjectClicked();
+    m_test->window.onResetProjectClicked();
     QVERIFY(no.given());
     QCOMPARE(LoadLogic::TrussLength, 20.0F);
     QCOMPARE(LoadLogic::ActiveLoads.size(), 8);
-    QCOMPARE(m_bench->window.selectedLoadId, id);
-    QCOMPARE(m_bench->text("trussLength"), u"20"_s);
+    QCOMPARE(m_test->window.selectedLoadId, id);
+    QCOMPARE(m_test->text("trussLength"), u"20"_s);
 }
 
 void TestDialogs::reset_makesAFreshProject()
 {
-    m_bench->setText("trussLength", u"20"_s);
-    m_bench->setText("trussWeight", u"12"_s);
-    m_bench->setText("limitCPL", u"900"_s);
-    m_bench->setText("screenWidth", u"9"_s);
-    m_bench->setText("bumperWeight", u"9"_s);
-    m_bench->window.onAddMotorClicked();
-    m_bench->addScreen();
+    m_test->setText("trussLength", u"20"_s);
+    m_test->setText("trussWeight", u"12"_s);
+    m_test->setText("limitCPL", u"900"_s);
+    m_test->setText("screenWidth", u"9"_s);
+    m_test->setText("bumperWeight", u"9"_s);
+    m_test->window.onAddMotorClicked();
+    m_test->addScreen();
     reset();
     QCOMPARE(LoadLogic::TrussLength, 12.0F);
     QCOMPARE(LoadLogic::TrussSelfWeight, 8.4F);
@@ -404,53 +404,53 @@ void TestDialogs::reset_makesAFreshProject()
     QCOMPARE(LoadLogic::MotorList.at(1).positionX, 12.0F);
     QCOMPARE(LoadLogic::MotorList.at(0).id, 1);
     QCOMPARE(LoadLogic::MotorList.at(1).selfWeight, 50.0F);
-    QCOMPARE(m_bench->window.selectedLoadId, -1);
-    QVERIFY(m_bench->label("hyperstaticWarning")->isHidden());
+    QCOMPARE(m_test->window.selectedLoadId, -1);
+    QVERIFY(m_test->label("hyperstaticWarning")->isHidden());
 }
 
 void TestDialogs::reset_writesTheFields()
 {
     for (const char* name : {"trussLength", "trussWeight", "limitCPL", "screenWidth", "screenHeight",
                              "screenWeightM2", "bumperWeight", "cablePercent", "newLoadMass"})
-        m_bench->setText(name, u"x"_s);
+        m_test->setText(name, u"x"_s);
     reset();
-    QCOMPARE(m_bench->text("trussLength"), u"12"_s);
-    QCOMPARE(m_bench->text("trussWeight"), u"8.4"_s);
-    QCOMPARE(m_bench->text("limitCPL"), u"1600"_s);
-    QCOMPARE(m_bench->text("screenWidth"), u"4.00"_s);
-    QCOMPARE(m_bench->text("screenHeight"), u"3.00"_s);
-    QCOMPARE(m_bench->text("screenWeightM2"), u"40.0"_s);
-    QCOMPARE(m_bench->text("bumperWeight"), u"10.0"_s);
-    QCOMPARE(m_bench->text("cablePercent"), u"7.0"_s);
-    QCOMPARE(m_bench->text("newLoadMass"), u"5"_s);
-    QCOMPARE(m_bench->label("screenWeight")->text(), u"Peso Total Array: 0.0 kg (+7.0% cable)"_s);
+    QCOMPARE(m_test->text("trussLength"), u"12"_s);
+    QCOMPARE(m_test->text("trussWeight"), u"8.4"_s);
+    QCOMPARE(m_test->text("limitCPL"), u"1600"_s);
+    QCOMPARE(m_test->text("screenWidth"), u"4.00"_s);
+    QCOMPARE(m_test->text("screenHeight"), u"3.00"_s);
+    QCOMPARE(m_test->text("screenWeightM2"), u"40.0"_s);
+    QCOMPARE(m_test->text("bumperWeight"), u"10.0"_s);
+    QCOMPARE(m_test->text("cablePercent"), u"7.0"_s);
+    QCOMPARE(m_test->text("newLoadMass"), u"5"_s);
+    QCOMPARE(m_test->label("screenWeight")->text(), u"Peso Total Array: 0.0 kg (+7.0% cable)"_s);
     for (const char* name : {"trussLength", "screenWidth", "newLoadMass"})
-        QCOMPARE(m_bench->field(name)->styleSheet(), QString());
-    QCOMPARE(m_bench->button(u"AÑADIR PANTALLA"_s)->objectName(), u"addScreenButton"_s);
+        QCOMPARE(m_test->field(name)->styleSheet(), QString());
+    QCOMPARE(m_test->button(u"AÑADIR PANTALLA"_s)->objectName(), u"addScreenButton"_s);
 }
 
 void TestDialogs::reset_keepsWhatIsNotTheProjects()
 {
-    m_bench->window.onAddTab();
-    m_bench->setText("newLoadName", u"Mi carga"_s);
-    m_bench->box("loadCount")->setValue(7);
-    m_bench->box("screenCount")->setValue(8);
-    const LoadLogic::ProjectState other = m_bench->window.projects.constFirst();
+    m_test->window.onAddTab();
+    m_test->setText("newLoadName", u"Mi carga"_s);
+    m_test->box("loadCount")->setValue(7);
+    m_test->box("screenCount")->setValue(8);
+    const LoadLogic::ProjectState other = m_test->window.projects.constFirst();
     reset();
-    QCOMPARE(m_bench->text("newLoadName"), u"Mi carga"_s);
-    QCOMPARE(m_bench->box("loadCount")->value(), 7);
-    QCOMPARE(m_bench->box("screenCount")->value(), 8);
-    QCOMPARE(m_bench->tabBar()->count(), 2);
-    QCOMPARE(m_bench->tabBar()->tabText(1), u"Proyecto 2"_s);
-    QCOMPARE(m_bench->window.projects.constFirst().motors.size(), other.motors.size());
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->text("newLoadName"), u"Mi carga"_s);
+    QCOMPARE(m_test->box("loadCount")->value(), 7);
+    QCOMPARE(m_test->box("screenCount")->value(), 8);
+    QCOMPARE(m_test->tabBar()->count(), 2);
+    QCOMPARE(m_test->tabBar()->tabText(1), u"Proyecto 2"_s);
+    QCOMPARE(m_test->window.projects.constFirst().motors.size(), other.motors.size());
+    QCOMPARE(m_test->undoDepth(), 0);
     QCOMPARE(LoadLogic::MotorList.at(0).selfWeight, 50.0F); // no longer the 25 kg of a new tab
 }
 
 void TestDialogs::reset_showsTheDesignPage()
 {
-    auto* pages = qobject_cast<QStackedWidget*>(m_bench->window.centralWidget());
-    m_bench->window.onGenerateReportClicked();
+    auto* pages = qobject_cast<QStackedWidget*>(m_test->window.centralWidget());
+    m_test->window.onGenerateReportClicked();
     QCOMPARE(pages->currentIndex(), 1);
     reset();
     QCOMPARE(pages->currentIndex(), 0);
@@ -458,10 +458,10 @@ void TestDialogs::reset_showsTheDesignPage()
 
 void TestDialogs::reset_thenUndo_goesBackBeforeTheLastEdit()
 {
-    m_bench->setText("trussLength", u"20"_s);
-    m_bench->setText("trussLength", u"30"_s);
+    m_test->setText("trussLength", u"20"_s);
+    m_test->setText("trussLength", u"30"_s);
     reset();
-    m_bench->window.undo();
+    m_test->window.undo();
     QCOMPARE(LoadLogic::TrussLength, 20.0F);
 }
 

@@ -45,7 +45,7 @@ private slots:
     void init();
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void projectFiles_areWelcome_data();
@@ -74,13 +74,13 @@ private:
     /// A project with this name in the file and this length of truss [m]; returns its path.
     [[nodiscard]] QString project(const QString& fileName, const QString& tabName, int length);
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
     QTemporaryDir m_folder;
 };
 
 void TestDrop::init()
 {
-    m_bench.emplace();
+    m_test.emplace();
 }
 
 QString TestDrop::project(const QString& fileName, const QString& tabName, int length)
@@ -98,8 +98,8 @@ QString TestDrop::project(const QString& fileName, const QString& tabName, int l
 QStringList TestDrop::titles() const
 {
     QStringList result;
-    for (int i = 0; i < m_bench->tabBar()->count(); ++i)
-        result.append(m_bench->tabBar()->tabText(i));
+    for (int i = 0; i < m_test->tabBar()->count(); ++i)
+        result.append(m_test->tabBar()->tabText(i));
     return result;
 }
 
@@ -107,10 +107,10 @@ void TestDrop::drop(const QStringList& paths)
 {
     const auto data = dragged(paths);
     QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&m_bench->window, &enter);
+    QCoreApplication::sendEvent(&m_test->window, &enter);
     QVERIFY(enter.isAccepted());
     QDropEvent event(QPointF(50, 50), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&m_bench->window, &event);
+    QCoreApplication::sendEvent(&m_test->window, &event);
     QVERIFY(event.isAccepted());
     QCoreApplication::processEvents(); // the files are opened after the drop
 }
@@ -135,7 +135,7 @@ void TestDrop::projectFiles_areWelcome()
     const auto data = dragged(paths);
     QDragEnterEvent event(QPoint(50, 50), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
     event.ignore();
-    QCoreApplication::sendEvent(&m_bench->window, &event);
+    QCoreApplication::sendEvent(&m_test->window, &event);
     QCOMPARE(event.isAccepted(), welcome);
 }
 
@@ -145,7 +145,7 @@ void TestDrop::links_areNotWelcome()
     data.setUrls({QUrl(u"https://example.org/a.rig"_s)});
     QDragEnterEvent event(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     event.ignore();
-    QCoreApplication::sendEvent(&m_bench->window, &event);
+    QCoreApplication::sendEvent(&m_test->window, &event);
     QVERIFY(!event.isAccepted());
 }
 
@@ -156,19 +156,19 @@ void TestDrop::whileADialogIsOpen_nothingIsWelcome()
         const auto data = dragged({u"/a/b.rig"_s});
         QDragEnterEvent event(QPoint(50, 50), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
         event.ignore();
-        QCoreApplication::sendEvent(&m_bench->window, &event);
+        QCoreApplication::sendEvent(&m_test->window, &event);
         accepted = event.isAccepted();
         box.close();
     });
-    m_bench->window.onResetProjectClicked();
+    m_test->window.onResetProjectClicked();
     QVERIFY(look.given());
     QVERIFY(!accepted);
 }
 
 void TestDrop::fields_leaveFilesToTheWindow()
 {
-    QVERIFY(m_bench->window.acceptDrops());
-    const auto widgets = m_bench->window.findChildren<QWidget*>();
+    QVERIFY(m_test->window.acceptDrops());
+    const auto widgets = m_test->window.findChildren<QWidget*>();
     for (const QWidget* widget : widgets)
         QVERIFY2(!widget->acceptDrops() || isNameField(widget), qPrintable(widget->objectName()));
 }
@@ -178,12 +178,12 @@ void TestDrop::fileOverAName_goesToTheWindow()
 {
     const auto data = dragged({project(u"a.rig"_s, u"Uno"_s, 17)});
     data->setText(u"/a/b.rig"_s);
-    QLineEdit* name = m_bench->field("newLoadName");
+    QLineEdit* name = m_test->field("newLoadName");
     QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(name, &enter);
     QVERIFY(enter.isAccepted()); // by the window, to which it went on
     QDropEvent drop(QPointF(5, 5), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&m_bench->window, &drop);
+    QCoreApplication::sendEvent(&m_test->window, &drop);
     QCoreApplication::processEvents();
     QCOMPARE(name->text(), u"Carga"_s);
     QCOMPARE(LoadLogic::TrussLength, 17.0F);
@@ -191,11 +191,11 @@ void TestDrop::fileOverAName_goesToTheWindow()
 
 void TestDrop::textOverAName_isTheFields()
 {
-    m_bench->window.showMotorProperties(0);
+    m_test->window.showMotorProperties(0);
     QMimeData data;
     data.setText(u"PA izq, alto"_s);
     for (const char* name : {"newLoadName", "motorName", "loadName"}) {
-        QLineEdit* field = m_bench->field(name);
+        QLineEdit* field = m_test->field(name);
         field->clear();
         QVERIFY(field->acceptDrops());
         QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
@@ -213,7 +213,7 @@ void TestDrop::one_opensInTheCurrentTab()
     drop({project(u"a.rig"_s, u"Del fichero"_s, 17)});
     QCOMPARE(LoadLogic::TrussLength, 17.0F);
     QCOMPARE(titles(), QStringList{u"Proyecto 1"_s}); // the tab keeps its title
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
 }
 
 void TestDrop::files_mayHaveAnyName_data()
@@ -233,11 +233,11 @@ void TestDrop::several_openOneTabEach()
     drop({project(u"a.rig"_s, u"Primero"_s, 17), project(u"b.rig"_s, u"Segundo"_s, 18),
           project(u"c.rig"_s, u"Tercero"_s, 19)});
     QCOMPARE(titles(), QStringList({u"Proyecto 1"_s, u"Segundo"_s, u"Tercero"_s}));
-    QCOMPARE(m_bench->window.currentProjectIndex, 2);
+    QCOMPARE(m_test->window.currentProjectIndex, 2);
     QCOMPARE(LoadLogic::TrussLength, 19.0F);
-    m_bench->tabBar()->setCurrentIndex(0);
+    m_test->tabBar()->setCurrentIndex(0);
     QCOMPARE(LoadLogic::TrussLength, 17.0F);
-    m_bench->tabBar()->setCurrentIndex(1);
+    m_test->tabBar()->setCurrentIndex(1);
     QCOMPARE(LoadLogic::TrussLength, 18.0F);
 }
 
@@ -283,11 +283,11 @@ void TestDrop::brokenFirst_leavesTheCurrentTabAsItIs()
     if (dropped)
         drop(paths);
     else
-        m_bench->window.openProjectFiles(paths);
+        m_test->window.openProjectFiles(paths);
     QVERIFY(ok.given());
     QCOMPARE(titles(), QStringList({u"Proyecto 1"_s, u"Segundo"_s, u"Tercero"_s}));
     QCOMPARE(LoadLogic::TrussLength, 19.0F);
-    m_bench->tabBar()->setCurrentIndex(0);
+    m_test->tabBar()->setCurrentIndex(0);
     QCOMPARE(LoadLogic::TrussLength, 12.0F);
 }
 
@@ -301,8 +301,8 @@ void TestDrop::onTheReportPage_showsTheDesign_data()
 void TestDrop::onTheReportPage_showsTheDesign()
 {
     QFETCH(bool, broken);
-    const auto* pages = qobject_cast<QStackedWidget*>(m_bench->window.centralWidget());
-    m_bench->window.onGenerateReportClicked();
+    const auto* pages = qobject_cast<QStackedWidget*>(m_test->window.centralWidget());
+    m_test->window.onGenerateReportClicked();
     QCOMPARE(pages->currentIndex(), 1);
     const QString path = broken ? m_folder.filePath(u"falta.rig"_s) : project(u"a.rig"_s, u"Uno"_s, 17);
     int pageUnderTheBox = -1;

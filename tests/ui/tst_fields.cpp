@@ -97,7 +97,7 @@ private:
     void build(const QString& locale)
     {
         QLocale::setDefault(QLocale(locale));
-        m_bench.emplace();
+        m_test.emplace();
     }
 
     static void localeRows()
@@ -109,12 +109,12 @@ private:
     }
 
     QLocale m_before;
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestFields::cleanup()
 {
-    m_bench.reset();
+    m_test.reset();
     QLocale::setDefault(m_before);
 }
 
@@ -155,16 +155,16 @@ void TestFields::comma_becomesAPoint()
     QFETCH(QString, text);
     build(locale);
     if (name.startsWith("motor"))
-        m_bench->window.showMotorProperties(0);
+        m_test->window.showMotorProperties(0);
     if (name.startsWith("loadM"))
-        m_bench->window.showLoadProperties(m_bench->hangLoad(1.0F, 1.0F));
-    QCOMPARE(typed(m_bench->field(name.constData()), keys), text);
+        m_test->window.showLoadProperties(m_test->hangLoad(1.0F, 1.0F));
+    QCOMPARE(typed(m_test->field(name.constData()), keys), text);
 }
 
 void TestFields::comma_fromTheKeypad_becomesAPoint()
 {
     build(u"es_ES"_s);
-    QLineEdit* width = m_bench->field("screenWidth");
+    QLineEdit* width = m_test->field("screenWidth");
     width->setText(u"2"_s);
     QTest::keyClick(width, Qt::Key_Comma, Qt::KeypadModifier);
     QTest::keyClick(width, '5');
@@ -175,7 +175,7 @@ void TestFields::comma_fromAnInputMethod_becomesAPoint()
 {
     build(u"es_ES"_s);
     for (const char* name : {"screenWidth", "trussLength"}) {
-        QLineEdit* field = m_bench->field(name);
+        QLineEdit* field = m_test->field(name);
         field->clear();
         for (const QString& piece : {u"8"_s, u","_s, u"5"_s}) {
             QInputMethodEvent commit;
@@ -190,10 +190,10 @@ void TestFields::comma_inAName_stays()
 {
     build(u"es_ES"_s);
     for (const char* name : {"newLoadName", "motorName", "loadName"}) {
-        m_bench->window.showMotorProperties(0);
+        m_test->window.showMotorProperties(0);
         if (QByteArray(name) == "loadName")
-            m_bench->window.showLoadProperties(m_bench->hangLoad(1.0F, 1.0F));
-        QCOMPARE(typed(m_bench->field(name), u"Izq, alto"_s), u"Izq, alto"_s);
+            m_test->window.showLoadProperties(m_test->hangLoad(1.0F, 1.0F));
+        QCOMPARE(typed(m_test->field(name), u"Izq, alto"_s), u"Izq, alto"_s);
     }
 }
 
@@ -204,9 +204,9 @@ void TestFields::comma_inANameDialog_stays()
         typed(dialog.findChild<QLineEdit*>(), u"Gira,"_s);
         dialog.accept();
     });
-    m_bench->window.onRenameTab(0);
+    m_test->window.onRenameTab(0);
     QVERIFY(type.given());
-    QCOMPARE(m_bench->tabBar()->tabText(0), u"Gira,"_s);
+    QCOMPARE(m_test->tabBar()->tabText(0), u"Gira,"_s);
 }
 
 void TestFields::comma_inTheExactPosition_becomesAPoint_data()
@@ -222,8 +222,8 @@ void TestFields::comma_inTheExactPosition_becomesAPoint()
     const QString plain = qApp->styleSheet();
     const QPalette palette = QApplication::palette();
     Appearance::apply(*qobject_cast<QApplication*>(QCoreApplication::instance()));
-    m_bench.emplace();
-    TrussView* canvas = m_bench->canvas();
+    m_test.emplace();
+    TrussView* canvas = m_test->canvas();
     canvas->resize(800, 600);
 
     const Support::Answer<QInputDialog> type([](QInputDialog& dialog) {
@@ -237,7 +237,7 @@ void TestFields::comma_inTheExactPosition_becomesAPoint()
     QVERIFY(type.given());
     QCOMPARE(LoadLogic::MotorList.at(0).positionX, 5.5F);
 
-    m_bench.reset();
+    m_test.reset();
     qApp->setStyleSheet(plain);
     QApplication::setPalette(palette);
 }
@@ -251,7 +251,7 @@ void TestFields::comma_inTheMotorDialog_becomesAPoint()
 {
     QFETCH(QString, locale);
     build(locale);
-    MotorDialog dialog(LoadLogic::MotorList.constFirst(), &m_bench->window);
+    MotorDialog dialog(LoadLogic::MotorList.constFirst(), &m_test->window);
     const auto fields = dialog.findChildren<QLineEdit*>();
     QCOMPARE(fields.size(), 3);
     for (QLineEdit* field : fields)
@@ -261,7 +261,7 @@ void TestFields::comma_inTheMotorDialog_becomesAPoint()
 void TestFields::comma_inACountBox_changesNothing()
 {
     build(u"es_ES"_s);
-    QSpinBox* count = m_bench->box("loadCount");
+    QSpinBox* count = m_test->box("loadCount");
     count->selectAll();
     QTest::keyClicks(count, u"2,"_s);
     QCOMPARE(count->value(), 2);
@@ -276,17 +276,17 @@ void TestFields::setText_withAComma_doesNotParse()
 {
     QFETCH(QString, locale);
     build(locale);
-    m_bench->setText("trussWeight", u"10,5"_s);
+    m_test->setText("trussWeight", u"10,5"_s);
     QCOMPARE(LoadLogic::TrussSelfWeight, 0.0F);
-    QVERIFY(m_bench->field("trussWeight")->styleSheet().contains(u"#FF5555"_s));
-    m_bench->setText("screenWidth", u"2,5"_s);
+    QVERIFY(m_test->field("trussWeight")->styleSheet().contains(u"#FF5555"_s));
+    m_test->setText("screenWidth", u"2,5"_s);
     QCOMPARE(LoadLogic::Screen_Width, 0.0F);
 }
 
 void TestFields::pastedComma_isRefusedByABoundedField()
 {
     build(u"es_ES"_s);
-    QLineEdit* weight = m_bench->field("trussWeight");
+    QLineEdit* weight = m_test->field("trussWeight");
     weight->selectAll();
     weight->insert(u"10,5"_s); // as a paste does
     QVERIFY2(weight->text() != u"105"_s, qUtf8Printable(weight->text()));
@@ -324,10 +324,10 @@ void TestFields::pastedNumber_isReadLikeATypedOne()
     QFETCH(QString, text);
     build(u"es_ES"_s);
     if (name.startsWith("motor"))
-        m_bench->window.showMotorProperties(0);
+        m_test->window.showMotorProperties(0);
     if (name.startsWith("loadM"))
-        m_bench->window.showLoadProperties(m_bench->hangLoad(1.0F, 1.0F));
-    QLineEdit* field = m_bench->field(name.constData());
+        m_test->window.showLoadProperties(m_test->hangLoad(1.0F, 1.0F));
+    QLineEdit* field = m_test->field(name.constData());
     field->setText(u"6"_s);
     field->selectAll();
     QApplication::clipboard()->setText(clip);
@@ -340,7 +340,7 @@ void TestFields::pasteOfTheMenu_isReadLikeATypedNumber()
     build(u"es_ES"_s);
     QApplication::clipboard()->setText(u"10,5"_s);
     for (const char* name : {"trussWeight", "newLoadName"}) {
-        QLineEdit* field = m_bench->field(name);
+        QLineEdit* field = m_test->field(name);
         field->selectAll();
         std::unique_ptr<QMenu> menu(field->createStandardContextMenu());
         const QString title = QLineEdit::tr("&Paste");
@@ -369,7 +369,7 @@ void TestFields::pasteOfTheMiddleButton_isReadLikeATypedNumber()
         QSKIP("this desktop has no selection to paste");
     }
     build(u"es_ES"_s);
-    QLineEdit* weight = m_bench->field("trussWeight");
+    QLineEdit* weight = m_test->field("trussWeight");
     weight->clear();
     clipboard->setText(u"10,5"_s, QClipboard::Selection);
     QTest::mouseClick(weight, Qt::MiddleButton);
@@ -379,7 +379,7 @@ void TestFields::pasteOfTheMiddleButton_isReadLikeATypedNumber()
 void TestFields::pastedIntoTheExactPosition_isReadLikeATypedNumber()
 {
     build(u"C"_s);
-    m_bench->canvas()->resize(800, 600);
+    m_test->canvas()->resize(800, 600);
     QApplication::clipboard()->setText(u"-0,5"_s);
     const Support::Answer<QInputDialog> paste([](QInputDialog& dialog) {
         auto* box = dialog.findChild<QDoubleSpinBox*>();
@@ -387,7 +387,7 @@ void TestFields::pastedIntoTheExactPosition_isReadLikeATypedNumber()
         QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
         dialog.accept();
     });
-    TrussView* canvas = m_bench->canvas();
+    TrussView* canvas = m_test->canvas();
     QTest::mousePress(canvas, Qt::LeftButton, {}, QPoint(canvas->marginX, canvas->height() / 2 - 112));
     QVERIFY(paste.given());
     QCOMPARE(LoadLogic::MotorList.at(0).positionX, 5.5F);
@@ -396,7 +396,7 @@ void TestFields::pastedIntoTheExactPosition_isReadLikeATypedNumber()
 void TestFields::pastedIntoACountBox_isNeverTenTimesAsMuch()
 {
     build(u"es_ES"_s);
-    QSpinBox* count = m_bench->box("loadCount");
+    QSpinBox* count = m_test->box("loadCount");
     count->selectAll();
     QApplication::clipboard()->setText(u"8,4"_s);
     QTest::keyClick(count, Qt::Key_V, Qt::ControlModifier);
@@ -410,7 +410,7 @@ void TestFields::pastedIntoACountBox_isNeverTenTimesAsMuch()
 void TestFields::pastedIntoAName_staysAsItIs()
 {
     build(u"es_ES"_s);
-    QLineEdit* name = m_bench->field("newLoadName");
+    QLineEdit* name = m_test->field("newLoadName");
     name->selectAll();
     QApplication::clipboard()->setText(u"Izq, alto "_s);
     QTest::keyClick(name, Qt::Key_V, Qt::ControlModifier);
@@ -421,12 +421,12 @@ void TestFields::pastedIntoAName_staysAsItIs()
 void TestFields::wheel_inPassing_changesNoNumberAndScrolls()
 {
     build(u"C"_s);
-    QVERIFY(m_bench->activate());
-    m_bench->window.resize(1000, 500);
+    QVERIFY(m_test->activate());
+    m_test->window.resize(1000, 500);
     QCoreApplication::processEvents();
-    m_bench->field("newLoadMass")->setFocus();
+    m_test->field("newLoadMass")->setFocus();
     for (const char* name : {"loadCount", "screenCount"}) {
-        QSpinBox* box = m_bench->box(name);
+        QSpinBox* box = m_test->box(name);
         box->setValue(5);
         QScrollBar* bar = scrolledBy(box);
         QVERIFY(bar != nullptr && bar->maximum() > 0);
@@ -441,9 +441,9 @@ void TestFields::wheel_inPassing_changesNoNumberAndScrolls()
 void TestFields::wheel_overTheFocusedBox_turnsIt()
 {
     build(u"C"_s);
-    QVERIFY(m_bench->activate());
+    QVERIFY(m_test->activate());
     for (const char* name : {"loadCount", "screenCount"}) {
-        QSpinBox* box = m_bench->box(name);
+        QSpinBox* box = m_test->box(name);
         box->setValue(5);
         box->setFocus();
         wheel(box, -120);
@@ -460,19 +460,19 @@ void TestFields::shownNumbers_haveThePoint()
 {
     QFETCH(QString, locale);
     build(locale);
-    QCOMPARE(m_bench->text("trussWeight"), u"8.4"_s);
-    m_bench->window.restoreProjectState(m_bench->window.captureCurrentState());
-    QCOMPARE(m_bench->text("screenWidth"), u"4.00"_s);
-    m_bench->setText("limitCPL", u"2000"_s);
-    QCOMPARE(m_bench->text("limitCPL"), u"2000"_s);
-    QCOMPARE(m_bench->label("screenWeight")->text(), u"Peso Total Array: 556.4 kg (+7.0% cable)"_s);
-    QVERIFY(m_bench->field("trussWeight")->hasAcceptableInput());
+    QCOMPARE(m_test->text("trussWeight"), u"8.4"_s);
+    m_test->window.restoreProjectState(m_test->window.captureCurrentState());
+    QCOMPARE(m_test->text("screenWidth"), u"4.00"_s);
+    m_test->setText("limitCPL", u"2000"_s);
+    QCOMPARE(m_test->text("limitCPL"), u"2000"_s);
+    QCOMPARE(m_test->label("screenWeight")->text(), u"Peso Total Array: 556.4 kg (+7.0% cable)"_s);
+    QVERIFY(m_test->field("trussWeight")->hasAcceptableInput());
 }
 
 void TestFields::undoKeys_inADialog_areTheFields()
 {
     build(u"C"_s);
-    m_bench->window.onAddMotorClicked();
+    m_test->window.onAddMotorClicked();
     QString after;
     const Support::Answer<QInputDialog> type([&after](QInputDialog& dialog) {
         auto* field = dialog.findChild<QLineEdit*>();
@@ -483,7 +483,7 @@ void TestFields::undoKeys_inADialog_areTheFields()
         after = field->text();
         dialog.reject();
     });
-    m_bench->window.onRenameTab(0);
+    m_test->window.onRenameTab(0);
     QVERIFY(type.given());
     QVERIFY2(after != u"Otro"_s, qUtf8Printable(after));
     QCOMPARE(LoadLogic::MotorList.size(), 3); // the project is not undone

@@ -43,11 +43,11 @@ class TestKeyboard : public QObject
 private slots:
     void init()
     {
-        m_bench.emplace();
+        m_test.emplace();
     }
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void tabKey_leavesTheReportTable_data();
@@ -61,10 +61,10 @@ private slots:
 private:
     [[nodiscard]] int page() const
     {
-        return qobject_cast<QStackedWidget*>(m_bench->window.centralWidget())->currentIndex();
+        return qobject_cast<QStackedWidget*>(m_test->window.centralWidget())->currentIndex();
     }
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestKeyboard::tabKey_leavesTheReportTable_data()
@@ -77,13 +77,13 @@ void TestKeyboard::tabKey_leavesTheReportTable_data()
 void TestKeyboard::tabKey_leavesTheReportTable()
 {
     QFETCH(bool, forwards);
-    QVERIFY(m_bench->activate());
-    m_bench->window.onGenerateReportClicked();
-    auto* table = m_bench->window.findChild<QTableWidget*>();
+    QVERIFY(m_test->activate());
+    m_test->window.onGenerateReportClicked();
+    auto* table = m_test->window.findChild<QTableWidget*>();
     table->setFocus();
     const QList<QWidget*> reached = stops(forwards);
-    QVERIFY(reached.contains(m_bench->button(u"← VOLVER AL DISEÑO"_s)));
-    QVERIFY(reached.contains(m_bench->button(u"🖨️ IMPRIMIR / PDF"_s)));
+    QVERIFY(reached.contains(m_test->button(u"← VOLVER AL DISEÑO"_s)));
+    QVERIFY(reached.contains(m_test->button(u"🖨️ IMPRIMIR / PDF"_s)));
 }
 
 void TestKeyboard::tabKey_leavesTheFactorTable_data()
@@ -112,13 +112,13 @@ void TestKeyboard::tabKey_leavesTheLegalText()
 
 void TestKeyboard::escape_leavesTheReportPage()
 {
-    QVERIFY(m_bench->activate());
-    m_bench->window.onGenerateReportClicked();
-    QTest::keyClick(&m_bench->window, Qt::Key_Escape);
+    QVERIFY(m_test->activate());
+    m_test->window.onGenerateReportClicked();
+    QTest::keyClick(&m_test->window, Qt::Key_Escape);
     QCOMPARE(page(), 0);
 
-    m_bench->window.onGenerateReportClicked();
-    auto* table = m_bench->window.findChild<QTableWidget*>();
+    m_test->window.onGenerateReportClicked();
+    auto* table = m_test->window.findChild<QTableWidget*>();
     table->setFocus();
     QTest::keyClick(table, Qt::Key_Escape);
     QCOMPARE(page(), 0);
@@ -126,10 +126,10 @@ void TestKeyboard::escape_leavesTheReportPage()
 
 void TestKeyboard::escape_onTheDesignPage_leavesItOpen()
 {
-    QVERIFY(m_bench->activate());
-    QTest::keyClick(&m_bench->window, Qt::Key_Escape);
+    QVERIFY(m_test->activate());
+    QTest::keyClick(&m_test->window, Qt::Key_Escape);
     QCOMPARE(page(), 0);
-    QVERIFY(m_bench->window.isVisible());
+    QVERIFY(m_test->window.isVisible());
 }
 
 QTEST_MAIN(TestKeyboard)

@@ -153,15 +153,15 @@ private:
         QGuiApplication::clipboard()->setText(copied);
     }
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
     ListDialog* m_dialog = nullptr;
 };
 
 void TestList::init()
 {
-    m_bench.emplace();
-    m_bench->window.resize(1024, 700);
-    QVERIFY(m_bench->activate());
+    m_test.emplace();
+    m_test->window.resize(1024, 700);
+    QVERIFY(m_test->activate());
     int number = 0;
     for (const float x : {2.0F, 5.0F, 6.0F}) {
         LoadLogic::ActiveLoad load;
@@ -170,20 +170,20 @@ void TestList::init()
         load.positionX = x;
         LoadLogic::PlaceLoad(load);
     }
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     m_dialog = nullptr;
 }
 
 void TestList::cleanup()
 {
-    m_bench.reset();
+    m_test.reset();
     QLocale::setDefault(QLocale::c());
 }
 
 ListDialog* TestList::open()
 {
-    m_bench->window.openList();
-    m_dialog = m_bench->window.findChild<ListDialog*>();
+    m_test->window.openList();
+    m_dialog = m_test->window.findChild<ListDialog*>();
     const auto isActive = [this] { return QApplication::activeWindow() == m_dialog; };
     m_dialog->activateWindow();
     if (!QTest::qWaitFor(isActive))
@@ -193,14 +193,14 @@ ListDialog* TestList::open()
 
 void TestList::key_opensIt()
 {
-    QVERIFY(m_bench->window.findChild<ListDialog*>() == nullptr);
-    m_bench->field("trussLength")->setFocus();
-    QTest::keyClick(m_bench->field("trussLength"), Qt::Key_L, Qt::ControlModifier);
-    const auto* dialog = m_bench->window.findChild<ListDialog*>();
+    QVERIFY(m_test->window.findChild<ListDialog*>() == nullptr);
+    m_test->field("trussLength")->setFocus();
+    QTest::keyClick(m_test->field("trussLength"), Qt::Key_L, Qt::ControlModifier);
+    const auto* dialog = m_test->window.findChild<ListDialog*>();
     QVERIFY(dialog != nullptr && dialog->isVisible() && !dialog->isModal());
     QVERIFY(dialog->windowTitle().startsWith(u"Lista"_s));
-    QTest::keyClick(&m_bench->window, Qt::Key_L, Qt::ControlModifier);
-    QCOMPARE(m_bench->window.findChildren<ListDialog*>().size(), 1);
+    QTest::keyClick(&m_test->window, Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(m_test->window.findChildren<ListDialog*>().size(), 1);
 }
 
 void TestList::rows_areThoseOfTheProject()
@@ -212,7 +212,7 @@ void TestList::rows_areThoseOfTheProject()
     QCOMPARE(text(loads(), 1, ListRows::LoadName), u"Foco 2"_s);
     QCOMPARE(text(loads(), 1, ListRows::LoadMass), u"200.0"_s);
     QCOMPARE(text(loads(), 1, ListRows::LoadPosition), u"-1.00m"_s);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
     for (const QString& heading : {u"Motores: 2"_s, u"Cargas: 3"_s}) {
         const auto labels = m_dialog->findChildren<QLabel*>();
         QVERIFY(std::any_of(labels.cbegin(), labels.cend(), [&heading](const QLabel* label) {
@@ -225,26 +225,26 @@ void TestList::selectedRow_isSelectedInTheWindow()
 {
     open();
     click(loads(), 1);
-    QCOMPARE(m_bench->window.selectedLoadId, LoadLogic::ActiveLoads.at(1).id);
-    QVERIFY(m_bench->loadPanel()->isVisible());
-    QCOMPARE(m_bench->text("loadName"), u"Foco 2"_s);
+    QCOMPARE(m_test->window.selectedLoadId, LoadLogic::ActiveLoads.at(1).id);
+    QVERIFY(m_test->loadPanel()->isVisible());
+    QCOMPARE(m_test->text("loadName"), u"Foco 2"_s);
     press(loads(), Qt::Key_Down);
-    QCOMPARE(m_bench->window.selectedLoadId, LoadLogic::ActiveLoads.at(2).id);
+    QCOMPARE(m_test->window.selectedLoadId, LoadLogic::ActiveLoads.at(2).id);
     click(motors(), 1);
-    QCOMPARE(m_bench->window.selectedLoadId, -1);
-    QCOMPARE(m_bench->window.selectedMotorIndex, 1);
-    QVERIFY(m_bench->motorPanel()->isVisible());
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->window.selectedLoadId, -1);
+    QCOMPARE(m_test->window.selectedMotorIndex, 1);
+    QVERIFY(m_test->motorPanel()->isVisible());
+    QCOMPARE(m_test->undoDepth(), 0);
 }
 
 void TestList::selectedSegment_isGrabbedInTheWindow()
 {
-    m_bench->addScreen(); // 4 m: 8 segments behind the loads
+    m_test->addScreen(); // 4 m: 8 segments behind the loads
     open();
     click(loads(), 5);
-    QCOMPARE(m_bench->window.selectedLoadId, LoadLogic::ActiveLoads.at(5).id);
-    QVERIFY(!m_bench->loadPanel()->isVisible());
-    QCOMPARE(m_bench->text("screenWidth"), u"4.00"_s);
+    QCOMPARE(m_test->window.selectedLoadId, LoadLogic::ActiveLoads.at(5).id);
+    QVERIFY(!m_test->loadPanel()->isVisible());
+    QCOMPARE(m_test->text("screenWidth"), u"4.00"_s);
     QCOMPARE(LoadLogic::ActiveLoads.size(), 11);
 }
 
@@ -253,17 +253,17 @@ void TestList::whatTheWindowSelects_isSelectedHere()
 {
     LoadLogic::ActiveLoads[1].name = LoadLogic::ActiveLoads.at(2).name;
     LoadLogic::ActiveLoads[1].mass = LoadLogic::ActiveLoads.at(2).mass;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     open();
-    m_bench->window.showLoadProperties(LoadLogic::ActiveLoads.at(1).id);
+    m_test->window.showLoadProperties(LoadLogic::ActiveLoads.at(1).id);
     QTRY_COMPARE(selectedRows(loads()), QList<int>({1}));
-    m_bench->window.showLoadProperties(LoadLogic::ActiveLoads.at(2).id);
+    m_test->window.showLoadProperties(LoadLogic::ActiveLoads.at(2).id);
     QTRY_COMPARE(selectedRows(loads()), QList<int>({2}));
     QCOMPARE(loads()->currentIndex().row(), 2);
-    m_bench->window.showMotorProperties(1);
+    m_test->window.showMotorProperties(1);
     QTRY_COMPARE(selectedRows(motors()), QList<int>({1}));
     QCOMPARE(selectedRows(loads()), QList<int>());
-    m_bench->window.nothingPicked();
+    m_test->window.nothingPicked();
     QTRY_COMPARE(selectedRows(motors()), QList<int>());
 }
 
@@ -273,8 +273,8 @@ void TestList::selection_isInOneTable()
     click(loads(), 0);
     click(loads(), 2, 0, Qt::ControlModifier);
     QCOMPARE(selectedRows(loads()), QList<int>({0, 2}));
-    QCOMPARE(m_bench->window.selectedLoadId, LoadLogic::ActiveLoads.at(2).id);
-    m_bench->window.updateCalculations();
+    QCOMPARE(m_test->window.selectedLoadId, LoadLogic::ActiveLoads.at(2).id);
+    m_test->window.updateCalculations();
     QTest::qWait(150);
     QCOMPARE(selectedRows(loads()), QList<int>({0, 2})); // following leaves it alone
     click(motors(), 0);
@@ -287,8 +287,8 @@ void TestList::clearedSelection_isClearedInTheWindow()
     click(loads(), 1);
     click(loads(), 1, 0, Qt::ControlModifier);
     QCOMPARE(selectedRows(loads()), QList<int>());
-    QCOMPARE(m_bench->window.selectedLoadId, -1);
-    QVERIFY(!m_bench->loadPanel()->isVisible());
+    QCOMPARE(m_test->window.selectedLoadId, -1);
+    QVERIFY(!m_test->loadPanel()->isVisible());
 }
 
 void TestList::dialog_followsTheProject()
@@ -297,11 +297,11 @@ void TestList::dialog_followsTheProject()
     // 12 × 8.4 / 2 = 50.4; 300·10/12 + 200·7/12 + 100·6/12 = 416.7; and 50 of its own
     QCOMPARE(text(motors(), 0, ListRows::MotorStatic), u"517.1"_s);
     LoadLogic::ActiveLoads[0].mass = 0.0F;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     QTRY_COMPARE(text(motors(), 0, ListRows::MotorStatic), u"267.1"_s);
     QCOMPARE(text(loads(), 0, ListRows::LoadMass), u"0.0"_s);
     LoadLogic::AddMotor(3.0F);
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     QTRY_COMPARE(motors()->model()->rowCount(), 3);
     QCOMPARE(text(motors(), 1, ListRows::MotorPosition), u"-3.00m"_s);
 }
@@ -311,7 +311,7 @@ void TestList::dialog_followsOnlyWhileOpen()
     open();
     m_dialog->close();
     LoadLogic::ActiveLoads[0].mass = 7.0F;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     QTest::qWait(200);
     QCOMPARE(text(loads(), 0, ListRows::LoadMass), u"300.0"_s);
     open();
@@ -322,16 +322,16 @@ void TestList::dragOnTheCanvas_isFollowed()
 {
     open();
     LoadLogic::ActiveLoads.removeFirst();
-    m_bench->window.updateCalculations();
-    m_bench->window.aboutToEdit();
-    m_bench->window.loadPicked(LoadLogic::ActiveLoads.at(0).id);
+    m_test->window.updateCalculations();
+    m_test->window.aboutToEdit();
+    m_test->window.loadPicked(LoadLogic::ActiveLoads.at(0).id);
     for (int step = 0; step < 10; ++step) {
         LoadLogic::ActiveLoads[0].positionX += 0.1F;
-        m_bench->window.edited();
+        m_test->window.edited();
     }
     QTRY_COMPARE(text(loads(), 0, ListRows::LoadPosition), u"0.00m"_s);
     QCOMPARE(selectedRows(loads()), QList<int>({0}));
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
 }
 
 void TestList::drag_isFollowedNowAndThen()
@@ -344,7 +344,7 @@ void TestList::drag_isFollowedNowAndThen()
     drag.start();
     for (int step = 0; step < 100; ++step) {
         LoadLogic::ActiveLoads[0].positionX += 0.01F;
-        m_bench->window.edited();
+        m_test->window.edited();
         QCoreApplication::processEvents();
     }
     const qint64 times = drag.elapsed() / 100 + 1; // at most every 100 ms
@@ -355,22 +355,22 @@ void TestList::drag_isFollowedNowAndThen()
 void TestList::motorDraggedPastAnother_staysSelected()
 {
     LoadLogic::AddMotor(6.0F);
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     open();
-    m_bench->window.motorPicked(0);
+    m_test->window.motorPicked(0);
     QTRY_COMPARE(selectedRows(motors()), QList<int>({0}));
     LoadLogic::MotorList[0].positionX = 8.0F;
-    m_bench->window.edited();
+    m_test->window.edited();
     QTRY_COMPARE(text(motors(), 1, ListRows::MotorPosition), u"+2.00m"_s);
     QCOMPARE(selectedRows(motors()), QList<int>({1}));
-    QCOMPARE(m_bench->window.selectedMotorIndex, 1);
+    QCOMPARE(m_test->window.selectedMotorIndex, 1);
 }
 
 void TestList::otherTab_isFollowed()
 {
     open();
     click(loads(), 1);
-    m_bench->window.onAddTab();
+    m_test->window.onAddTab();
     QTRY_COMPARE(loads()->model()->rowCount(), 0);
     QVERIFY(m_dialog->windowTitle().endsWith(u"Proyecto 2"_s));
     QCOMPARE(selectedRows(motors()), QList<int>());
@@ -382,8 +382,8 @@ void TestList::typedMass_isOneStep()
     type(loads(), 1, ListRows::LoadMass, u"55.5"_s);
     QCOMPARE(LoadLogic::ActiveLoads.at(1).mass, 55.5F);
     QCOMPARE(text(loads(), 1, ListRows::LoadMass), u"55.5"_s);
-    QCOMPARE(m_bench->undoDepth(), 1);
-    m_bench->window.undo();
+    QCOMPARE(m_test->undoDepth(), 1);
+    m_test->window.undo();
     QCOMPARE(LoadLogic::ActiveLoads.at(1).mass, 200.0F);
 }
 
@@ -407,7 +407,7 @@ void TestList::typedPosition_isMeasuredFromTheMiddle()
     QCOMPARE(LoadLogic::ActiveLoads.at(0).positionX, 0.75F);
     type(motors(), 0, ListRows::MotorPosition, u"-4"_s);
     QCOMPARE(LoadLogic::MotorList.at(0).positionX, 2.0F);
-    QCOMPARE(m_bench->undoDepth(), 2);
+    QCOMPARE(m_test->undoDepth(), 2);
 }
 
 void TestList::typedMotorValues_areOneStepEach()
@@ -417,7 +417,7 @@ void TestList::typedMotorValues_areOneStepEach()
     type(motors(), 1, ListRows::MotorWeight, u"60.5"_s);
     QCOMPARE(LoadLogic::MotorList.at(1).capacity, 2000.0F);
     QCOMPARE(LoadLogic::MotorList.at(1).selfWeight, 60.5F);
-    QCOMPARE(m_bench->undoDepth(), 2);
+    QCOMPARE(m_test->undoDepth(), 2);
     // 50.4 + 300·2/12 + 200·5/12 + 100·6/12 = 233.7, and 60.5 of its own
     QCOMPARE(text(motors(), 1, ListRows::MotorStatic), u"294.2"_s);
 }
@@ -441,7 +441,7 @@ void TestList::escape_leavesTheCellThenTheDialog()
     QTRY_VERIFY(editorOf(loads()) == nullptr);
     QVERIFY(m_dialog->isVisible());
     QCOMPARE(LoadLogic::ActiveLoads.at(0).mass, 300.0F);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
     press(loads(), Qt::Key_Escape);
     QVERIFY(!m_dialog->isVisible());
 }
@@ -465,20 +465,20 @@ void TestList::unusableText_isToldAndNotTaken()
     QVERIFY(editor->styleSheet().isEmpty());
     QTest::keyClick(editor, Qt::Key_Return);
     QTRY_COMPARE(LoadLogic::MotorList.at(0).capacity, 500.0F);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
 }
 
 void TestList::unchangedText_isNoStep()
 {
     LoadLogic::ActiveLoads[0].mass = 69.55F;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     open();
     click(loads(), 0, ListRows::LoadMass);
     QTest::keyClick(loads(), Qt::Key_F2);
     QTest::keyClick(editorOf(loads()), Qt::Key_Return);
     QTRY_VERIFY(editorOf(loads()) == nullptr);
     QCOMPARE(LoadLogic::ActiveLoads.at(0).mass, 69.55F);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
 }
 
 void TestList::result_saysThatItIsNotTyped()
@@ -494,17 +494,17 @@ void TestList::panel_showsWhatWasTypedHere()
 {
     open();
     type(loads(), 1, ListRows::LoadMass, u"77"_s);
-    QCOMPARE(m_bench->text("loadMass"), u"77.0"_s);
+    QCOMPARE(m_test->text("loadMass"), u"77.0"_s);
     type(motors(), 0, ListRows::MotorCapacity, u"750"_s);
-    QCOMPARE(m_bench->text("motorCapacity"), u"750.0"_s);
-    QCOMPARE(m_bench->undoDepth(), 2);
+    QCOMPARE(m_test->text("motorCapacity"), u"750.0"_s);
+    QCOMPARE(m_test->undoDepth(), 2);
 }
 
 // With the Tab key, so that the next cell is being edited when the rows change places.
 void TestList::motorTypedPastAnother_keepsItsRow()
 {
     LoadLogic::AddMotor(6.0F);
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     open();
     click(motors(), 0, ListRows::MotorPosition);
     QTest::keyClick(motors(), Qt::Key_F2);
@@ -518,8 +518,8 @@ void TestList::motorTypedPastAnother_keepsItsRow()
     QTest::keyClicks(editorOf(motors()), u"333"_s);
     QTest::keyClick(editorOf(motors()), Qt::Key_Return);
     QTRY_COMPARE(LoadLogic::MotorList.at(1).capacity, 333.0F);
-    QCOMPARE(m_bench->window.selectedMotorIndex, 1);
-    QCOMPARE(m_bench->undoDepth(), 2);
+    QCOMPARE(m_test->window.selectedMotorIndex, 1);
+    QCOMPARE(m_test->undoDepth(), 2);
     type(motors(), 1, ListRows::MotorCapacity, u"444"_s); // cells can still be edited
     QCOMPARE(LoadLogic::MotorList.at(1).capacity, 444.0F);
 }
@@ -531,13 +531,13 @@ void TestList::deletedRows_areOneStep()
     click(loads(), 2, 0, Qt::ControlModifier);
     press(loads(), Qt::Key_Delete);
     QCOMPARE(names(), QStringList({u"Foco 2"_s}));
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
     QCOMPARE(selectedRows(loads()), QList<int>()); // a second press takes nothing more
     press(loads(), Qt::Key_Delete);
     QCOMPARE(LoadLogic::ActiveLoads.size(), 1);
-    QCOMPARE(m_bench->window.selectedLoadId, -1);
-    QVERIFY(!m_bench->loadPanel()->isVisible());
-    m_bench->window.undo();
+    QCOMPARE(m_test->window.selectedLoadId, -1);
+    QVERIFY(!m_test->loadPanel()->isVisible());
+    m_test->window.undo();
     QCOMPARE(LoadLogic::ActiveLoads.size(), 3);
 }
 
@@ -547,14 +547,14 @@ void TestList::deletedMotor_isOneStep()
     click(motors(), 0);
     press(motors(), Qt::Key_Delete);
     QCOMPARE(LoadLogic::MotorList.size(), 1);
-    QCOMPARE(m_bench->window.selectedMotorIndex, -1);
-    QVERIFY(!m_bench->motorPanel()->isVisible());
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->window.selectedMotorIndex, -1);
+    QVERIFY(!m_test->motorPanel()->isVisible());
+    QCOMPARE(m_test->undoDepth(), 1);
 }
 
 void TestList::deletedSegment_takesItsScreen()
 {
-    m_bench->addScreen();
+    m_test->addScreen();
     open();
     click(loads(), 4);
     press(loads(), Qt::Key_Delete);
@@ -569,11 +569,11 @@ void TestList::duplicatedRows_areOneStepAndSelected()
     press(loads(), Qt::Key_Down, Qt::ShiftModifier);
     press(loads(), Qt::Key_D, Qt::ControlModifier);
     QCOMPARE(positions(), QList<float>({2.0F, 5.0F, 6.0F, 2.5F, 5.5F}));
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
     QCOMPARE(selectedRows(loads()), QList<int>({3, 4}));
-    QCOMPARE(m_bench->window.selectedLoadId, LoadLogic::ActiveLoads.at(4).id);
+    QCOMPARE(m_test->window.selectedLoadId, LoadLogic::ActiveLoads.at(4).id);
     QCOMPARE(words(), u"Duplicado: 2 filas, al lado del original."_s);
-    m_bench->window.undo();
+    m_test->window.undo();
     QCOMPARE(LoadLogic::ActiveLoads.size(), 3);
 }
 
@@ -585,8 +585,8 @@ void TestList::duplicatedMotors_areOneStep()
     QCOMPARE(LoadLogic::MotorList.size(), 3);
     QCOMPARE(LoadLogic::MotorList.at(1).positionX, 11.5F);
     QCOMPARE(selectedRows(motors()), QList<int>({1}));
-    QCOMPARE(m_bench->window.selectedMotorIndex, 1);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->window.selectedMotorIndex, 1);
+    QCOMPARE(m_test->undoDepth(), 1);
 }
 
 void TestList::mirroredRows_areOneStep()
@@ -596,12 +596,12 @@ void TestList::mirroredRows_areOneStep()
     press(loads(), Qt::Key_A, Qt::ControlModifier);
     press(loads(), Qt::Key_M, Qt::ControlModifier);
     QCOMPARE(positions(), QList<float>({10.0F, 7.0F, 6.0F}));
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
     QCOMPARE(selectedRows(loads()), QList<int>({0, 1, 2}));
     type(motors(), 0, ListRows::MotorPosition, u"-5"_s);
     press(motors(), Qt::Key_M, Qt::ControlModifier);
     QCOMPARE(LoadLogic::MotorList.at(0).positionX, 11.0F);
-    QCOMPARE(m_bench->undoDepth(), 3);
+    QCOMPARE(m_test->undoDepth(), 3);
 }
 
 void TestList::mirroredInTheMiddle_isNoStep()
@@ -609,7 +609,7 @@ void TestList::mirroredInTheMiddle_isNoStep()
     open();
     click(loads(), 2);
     press(loads(), Qt::Key_M, Qt::ControlModifier);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
     QCOMPARE(words(), u"Reflejado queda en el mismo sitio."_s);
 }
 
@@ -623,13 +623,13 @@ void TestList::nothingSelected_isTold()
     }
     press(loads(), Qt::Key_Delete);
     QCOMPARE(LoadLogic::ActiveLoads.size(), 3);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
 }
 
 void TestList::copiedRows_arePartedByTabs()
 {
     LoadLogic::ActiveLoads[0].name = u"Dos\tpartes\nmás"_s;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     open();
     click(loads(), 0);
     press(loads(), Qt::Key_Down, Qt::ShiftModifier);
@@ -639,13 +639,13 @@ void TestList::copiedRows_arePartedByTabs()
     press(motors(), Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(QGuiApplication::clipboard()->text(),
              u"Motor\t-6.00\t1000.0\t50.0\t517.1\t646.3\tOK ✅\n"_s); // 517.07 × 1.25
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
 }
 
 void TestList::copiedRows_canBePasted()
 {
     LoadLogic::ActiveLoads[1].name = u"\"15 pulgadas"_s;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     open();
     click(loads(), 1);
     press(loads(), Qt::Key_C, Qt::ControlModifier);
@@ -665,10 +665,10 @@ void TestList::pastedRows_areOneStepAndSelected()
     QCOMPARE(LoadLogic::ActiveLoads.at(4).name, u"PA der"_s);
     QCOMPARE(LoadLogic::ActiveLoads.at(4).mass, 350.5F);
     QCOMPARE(LoadLogic::ActiveLoads.at(4).positionX, 10.5F);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
     QCOMPARE(selectedRows(loads()), QList<int>({3, 4}));
     QCOMPARE(words(), u"Pegado: 2 cargas."_s);
-    m_bench->window.undo();
+    m_test->window.undo();
     QCOMPARE(LoadLogic::ActiveLoads.size(), 3);
 }
 
@@ -683,12 +683,12 @@ void TestList::pastedFaults_areTold()
                       "posición). Y 2 filas más."_s);
     setClipboard(u"A\tx\t0"_s);
     press(loads(), Qt::Key_V, Qt::ControlModifier);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
     QVERIFY(words().startsWith(u"Pegado: 0 cargas. "_s));
     setClipboard(u"\n"_s);
     press(loads(), Qt::Key_V, Qt::ControlModifier);
     QCOMPARE(words(), u"No hay filas que pegar (nombre, masa, posición)."_s);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
 }
 
 void TestList::pastedOnASpanishDesktop_isTheSame()
@@ -705,7 +705,7 @@ void TestList::undoKey_undoesTheProject()
     press(loads(), Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(LoadLogic::ActiveLoads.size(), 3);
     QCOMPARE(loads()->model()->rowCount(), 3); // at once
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
 }
 
 void TestList::undoKeyInAnEditor_undoesTheTyping()
@@ -721,14 +721,14 @@ void TestList::undoKeyInAnEditor_undoesTheTyping()
     QTest::keyClick(editor, Qt::Key_Z, Qt::ControlModifier);
     QTest::keyClick(editor, Qt::Key_Z, Qt::ControlModifier);
     QVERIFY(editorOf(loads()) == editor);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
     QCOMPARE(LoadLogic::ActiveLoads.at(1).mass, 55.5F);
     // Nor do the other keys act on the rows.
     QTest::keyClick(editor, Qt::Key_Delete);
     QTest::keyClick(editor, Qt::Key_D, Qt::ControlModifier);
     QTest::keyClick(editor, Qt::Key_M, Qt::ControlModifier);
     QCOMPARE(LoadLogic::ActiveLoads.size(), 3);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    QCOMPARE(m_test->undoDepth(), 1);
 }
 
 void TestList::sorting_keepsIdentity()
@@ -737,13 +737,13 @@ void TestList::sorting_keepsIdentity()
     loads()->sortByColumn(ListRows::LoadMass, Qt::AscendingOrder);
     QCOMPARE(text(loads(), 0, ListRows::LoadName), u"Foco 3"_s);
     click(loads(), 0);
-    QCOMPARE(m_bench->window.selectedLoadId, LoadLogic::ActiveLoads.at(2).id);
+    QCOMPARE(m_test->window.selectedLoadId, LoadLogic::ActiveLoads.at(2).id);
     // 150 kg is between the others: the row goes to its place, and stays the selected one.
     type(loads(), 0, ListRows::LoadMass, u"250"_s);
     QCOMPARE(LoadLogic::ActiveLoads.at(2).mass, 250.0F);
     QCOMPARE(text(loads(), 1, ListRows::LoadName), u"Foco 3"_s);
     QCOMPARE(selectedRows(loads()), QList<int>({1}));
-    m_bench->window.showLoadProperties(LoadLogic::ActiveLoads.at(0).id);
+    m_test->window.showLoadProperties(LoadLogic::ActiveLoads.at(0).id);
     QTRY_COMPARE(selectedRows(loads()), QList<int>({2}));
     press(loads(), Qt::Key_Delete);
     QCOMPARE(names(), QStringList({u"Foco 2"_s, u"Foco 3"_s}));
@@ -763,7 +763,7 @@ void TestList::sortKey_turnsTheOrder()
     QCOMPARE(loads()->horizontalHeader()->sortIndicatorOrder(), Qt::DescendingOrder);
     press(loads(), Qt::Key_F7);
     QCOMPARE(loads()->horizontalHeader()->sortIndicatorSection(), -1);
-    QCOMPARE(m_bench->window.selectedLoadId, LoadLogic::ActiveLoads.at(0).id);
+    QCOMPARE(m_test->window.selectedLoadId, LoadLogic::ActiveLoads.at(0).id);
 }
 
 void TestList::repeatedIds_areEditedEachOnItsOwn()
@@ -772,13 +772,13 @@ void TestList::repeatedIds_areEditedEachOnItsOwn()
         load.id = 7;
     for (LoadLogic::Motor& motor : LoadLogic::MotorList)
         motor.id = 7;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     open();
     type(loads(), 1, ListRows::LoadMass, u"55"_s);
     QCOMPARE(LoadLogic::ActiveLoads.at(0).mass, 300.0F);
     QCOMPARE(LoadLogic::ActiveLoads.at(1).mass, 55.0F);
     QCOMPARE(selectedRows(loads()), QList<int>({1})); // the window knows them by the id alone
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     QTest::qWait(150);
     QCOMPARE(selectedRows(loads()), QList<int>({1}));
     type(motors(), 1, ListRows::MotorCapacity, u"700"_s);
@@ -793,12 +793,12 @@ void TestList::repeatedIds_areEditedEachOnItsOwn()
 void TestList::namelessId_canBeEdited()
 {
     LoadLogic::ActiveLoads[1].id = -1;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     open();
     click(loads(), 0);
     type(loads(), 1, ListRows::LoadMass, u"55"_s);
     QCOMPARE(LoadLogic::ActiveLoads.at(1).mass, 55.0F);
-    QCOMPARE(m_bench->window.selectedLoadId, -1);
+    QCOMPARE(m_test->window.selectedLoadId, -1);
     press(loads(), Qt::Key_Delete);
     QCOMPARE(names(), QStringList({u"Foco 1"_s, u"Foco 3"_s}));
 }
@@ -812,7 +812,7 @@ void TestList::numbersThatAreNotFinite_areShown()
     LoadLogic::ActiveLoads[2].mass = endless;
     LoadLogic::MotorList[0].positionX = -endless;
     LoadLogic::MotorList[1].capacity = none;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     open();
     for (ListTable* table : {motors(), loads()}) {
         for (int column = 0; column < table->model()->columnCount(); ++column) {
@@ -841,10 +841,10 @@ void TestList::manyLoads_openAtOnce()
         load.positionX = 12.0F * static_cast<float>(i % 1000) / 1000.0F;
         LoadLogic::PlaceLoad(load);
     }
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     const Support::CpuTimer timer;
-    m_bench->window.openList();
-    m_dialog = m_bench->window.findChild<ListDialog*>();
+    m_test->window.openList();
+    m_dialog = m_test->window.findChild<ListDialog*>();
     m_dialog->grab();
     const qint64 elapsed = timer.elapsed();
     QCOMPARE(loads()->model()->rowCount(), 20'003);
@@ -855,7 +855,7 @@ void TestList::manyLoads_areSelectedAndDuplicatedAtOnce()
 {
     for (int i = 0; i < 5'000; ++i)
         LoadLogic::PlaceLoad({});
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     open();
     const Support::CpuTimer timer;
     click(loads(), 0);
@@ -875,7 +875,7 @@ void TestList::windowWithAnOpenEditor_goes()
     click(loads(), 0, ListRows::LoadMass);
     QTest::keyClick(loads(), Qt::Key_F2);
     QTest::keyClicks(editorOf(loads()), u"9"_s);
-    m_bench.reset();
+    m_test.reset();
     QCOMPARE(LoadLogic::ActiveLoads.at(0).mass, 300.0F);
 }
 
@@ -903,7 +903,7 @@ void TestList::spaceKey_selects()
     QCOMPARE(selectedRows(loads()), QList<int>());
     press(loads(), Qt::Key_Space);
     QCOMPARE(selectedRows(loads()), QList<int>({row}));
-    QCOMPARE(m_bench->window.selectedLoadId, LoadLogic::ActiveLoads.at(row).id);
+    QCOMPARE(m_test->window.selectedLoadId, LoadLogic::ActiveLoads.at(row).id);
     press(loads(), Qt::Key_Space, Qt::ControlModifier);
     QCOMPARE(selectedRows(loads()), QList<int>());
     QVERIFY(editorOf(loads()) == nullptr);
@@ -945,7 +945,7 @@ void TestList::smallScreen_isEnough()
 void TestList::colours_areReadable()
 {
     LoadLogic::MotorList[0].capacity = 100.0F;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     open();
     click(loads(), 1);
     press(loads(), Qt::Key_Down, Qt::ShiftModifier);

@@ -62,27 +62,27 @@ void TestMemory::initTestCase()
 
 void TestMemory::thousandTabs_leaveNothing()
 {
-    Support::Bench bench;
-    bench.window.onAddMotorClicked();
-    const qint64 grown = growth([&bench] {
-        bench.window.onAddTab();
-        bench.window.onAddMotorClicked();
-        bench.window.onAddLEDLoadClicked();
-        bench.window.onCloseTab(bench.tabBar()->count() - 1);
+    Support::TestWindow test;
+    test.window.onAddMotorClicked();
+    const qint64 grown = growth([&test] {
+        test.window.onAddTab();
+        test.window.onAddMotorClicked();
+        test.window.onAddLEDLoadClicked();
+        test.window.onCloseTab(test.tabBar()->count() - 1);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     });
-    QCOMPARE(bench.tabBar()->count(), 1);
+    QCOMPARE(test.tabBar()->count(), 1);
     QVERIFY2(grown < LARGEST_GROWTH, qPrintable(QString::number(grown)));
 }
 
 void TestMemory::thousandReports_leaveNothing()
 {
-    Support::Bench bench;
-    bench.window.onAddMotorClicked();
-    bench.window.onAddLEDLoadClicked();
-    const qint64 grown = growth([&bench] {
-        bench.window.onGenerateReportClicked();
-        bench.window.onBackToDesignClicked();
+    Support::TestWindow test;
+    test.window.onAddMotorClicked();
+    test.window.onAddLEDLoadClicked();
+    const qint64 grown = growth([&test] {
+        test.window.onGenerateReportClicked();
+        test.window.onBackToDesignClicked();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     });
     QVERIFY2(grown < LARGEST_GROWTH, qPrintable(QString::number(grown)));

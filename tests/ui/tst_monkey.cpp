@@ -92,7 +92,7 @@ private:
 
     std::mt19937 m_random{SEED};
     QTemporaryDir m_folder;
-    Support::Bench* m_bench = nullptr;
+    Support::TestWindow* m_test = nullptr;
     std::vector<std::pair<QByteArray, Event>> m_events;
     QString m_wrong;
 };
@@ -110,7 +110,7 @@ void TestMonkey::cleanupTestCase()
 
 QPoint TestMonkey::anyPoint()
 {
-    const TrussView* canvas = m_bench->canvas();
+    const TrussView* canvas = m_test->canvas();
     // Mostly where something hangs.
     if (random(0, 3) != 0 && !LoadLogic::MotorList.isEmpty()) {
         const bool motor = LoadLogic::ActiveLoads.isEmpty() || random(0, 1) == 0;
@@ -126,7 +126,7 @@ QPoint TestMonkey::anyPoint()
 void TestMonkey::sendMouse(QEvent::Type type, Qt::MouseButton button)
 {
     const QPoint point = anyPoint();
-    TrussView* canvas = m_bench->canvas();
+    TrussView* canvas = m_test->canvas();
     QMouseEvent event(type, point, canvas->mapToGlobal(point), button, button, Qt::NoModifier);
     QCoreApplication::sendEvent(canvas, &event);
 }
@@ -142,7 +142,7 @@ QString TestMonkey::anyText()
 
 void TestMonkey::typeInto(QLineEdit* field)
 {
-    if (!field->isEnabledTo(&m_bench->window))
+    if (!field->isEnabledTo(&m_test->window))
         return;
     if (random(0, 1) == 0)
         field->selectAll();
@@ -176,12 +176,12 @@ void TestMonkey::listCanvasEvents()
     for (int weight = 0; weight < 2; ++weight) {
         m_events.emplace_back("menu", [this] {
             const QPoint point = anyPoint();
-            TrussView* canvas = m_bench->canvas();
+            TrussView* canvas = m_test->canvas();
             QContextMenuEvent event(QContextMenuEvent::Mouse, point, canvas->mapToGlobal(point));
             QCoreApplication::sendEvent(canvas, &event);
         });
     }
-    m_events.emplace_back("paint", [this] { (void)m_bench->canvas()->grab(); });
+    m_events.emplace_back("paint", [this] { (void)m_test->canvas()->grab(); });
 }
 
 void TestMonkey::listFieldEvents()
@@ -189,10 +189,10 @@ void TestMonkey::listFieldEvents()
     for (const char* name : {"trussLength", "trussWeight", "limitCPL", "screenWidth", "screenHeight",
                              "screenWeightM2", "bumperWeight", "cablePercent", "newLoadMass", "newLoadName",
                              "motorName", "motorCapacity", "motorSelfWeight", "loadName", "loadMass"})
-        m_events.emplace_back(QByteArray("type ") + name, [this, name] { typeInto(m_bench->field(name)); });
+        m_events.emplace_back(QByteArray("type ") + name, [this, name] { typeInto(m_test->field(name)); });
     for (const char* name : {"loadCount", "screenCount"})
         m_events.emplace_back(QByteArray("count ") + name,
-                              [this, name] { m_bench->box(name)->setValue(random(1, 4)); });
+                              [this, name] { m_test->box(name)->setValue(random(1, 4)); });
 }
 
 void TestMonkey::listWindowEvents()
@@ -202,23 +202,23 @@ void TestMonkey::listWindowEvents()
           u"Eliminar Carga"_s, u"🔄 RESTAURAR PROYECTO"_s, u"⚡ FACTOR DINÁMICO"_s, u"⚖️ INFO LEGAL"_s,
           u"+"_s, u"📊 GENERAR INFORME ESTRUCTURAL"_s, u"← VOLVER AL DISEÑO"_s})
         m_events.emplace_back(text.toUtf8(), [this, text] {
-            if (text != u"+"_s || m_bench->tabBar()->count() < 5)
-                m_bench->button(text)->click();
+            if (text != u"+"_s || m_test->tabBar()->count() < 5)
+                m_test->button(text)->click();
         });
     m_events.emplace_back("undo keys",
-                          [this] { QTest::keyClick(&m_bench->window, Qt::Key_Z, Qt::ControlModifier); });
-    m_events.emplace_back("undo", [this] { m_bench->window.undo(); });
+                          [this] { QTest::keyClick(&m_test->window, Qt::Key_Z, Qt::ControlModifier); });
+    m_events.emplace_back("undo", [this] { m_test->window.undo(); });
     m_events.emplace_back(
-        "tab", [this] { m_bench->tabBar()->setCurrentIndex(random(0, m_bench->tabBar()->count() - 1)); });
+        "tab", [this] { m_test->tabBar()->setCurrentIndex(random(0, m_test->tabBar()->count() - 1)); });
     m_events.emplace_back("close tab",
-                          [this] { m_bench->window.onCloseTab(random(0, m_bench->tabBar()->count() - 1)); });
+                          [this] { m_test->window.onCloseTab(random(0, m_test->tabBar()->count() - 1)); });
     m_events.emplace_back("move tab", [this] {
-        const int last = m_bench->tabBar()->count() - 1;
-        m_bench->tabBar()->moveTab(random(0, last), random(0, last));
+        const int last = m_test->tabBar()->count() - 1;
+        m_test->tabBar()->moveTab(random(0, last), random(0, last));
     });
-    m_events.emplace_back("rename", [this] { m_bench->window.onRenameTab(random(-1, 2)); });
+    m_events.emplace_back("rename", [this] { m_test->window.onRenameTab(random(-1, 2)); });
     m_events.emplace_back("tab menu", [this] {
-        emit m_bench->tabBar()->customContextMenuRequested(QPoint(random(0, 300), 10));
+        emit m_test->tabBar()->customContextMenuRequested(QPoint(random(0, 300), 10));
     });
     m_events.emplace_back("events", [] { QCoreApplication::processEvents(); });
 }
@@ -227,22 +227,22 @@ void TestMonkey::listFileEvents()
 {
     const QString path = m_folder.filePath(u"mono ñ #1.rig"_s);
     m_events.emplace_back("save", [this, path] {
-        if (!ProjectFile::write(path, m_bench->window.captureCurrentState()))
+        if (!ProjectFile::write(path, m_test->window.captureCurrentState()))
             m_wrong = u"a project that cannot be saved"_s;
     });
     m_events.emplace_back("open", [this, path] {
         const bool exists = QFile::exists(path);
-        if (m_bench->window.openProjectFile(path) != exists)
+        if (m_test->window.openProjectFile(path) != exists)
             m_wrong = u"a saved project that cannot be opened"_s;
     });
-    m_events.emplace_back("open what is none", [this] { m_bench->window.openProjectFile(m_folder.path()); });
+    m_events.emplace_back("open what is none", [this] { m_test->window.openProjectFile(m_folder.path()); });
     m_events.emplace_back("open several", [this, path] {
-        if (m_bench->tabBar()->count() < 5)
-            m_bench->window.openProjectFiles({path, path});
+        if (m_test->tabBar()->count() < 5)
+            m_test->window.openProjectFiles({path, path});
     });
     m_events.emplace_back("print", [this] {
         if (random(1, REPORT_RARITY) == 1)
-            m_bench->window.onPrintReportClicked();
+            m_test->window.onPrintReportClicked();
     });
 }
 
@@ -313,32 +313,32 @@ void TestMonkey::checkPositions()
 
 void TestMonkey::checkSelection()
 {
-    const MainWindow& window = m_bench->window;
+    const MainWindow& window = m_test->window;
     if (window.selectedLoadId != -1 && window.selectedMotorIndex != -1)
         m_wrong = u"two things selected"_s;
-    if (m_bench->undoDepth() > 20)
+    if (m_test->undoDepth() > 20)
         m_wrong = u"too many undo steps"_s;
     if (window.isRestoring)
         m_wrong = u"still restoring"_s;
-    if (window.projects.size() != m_bench->tabBar()->count())
+    if (window.projects.size() != m_test->tabBar()->count())
         m_wrong = u"tabs and projects apart"_s;
-    if (!m_bench->motorPanel()->isHidden() && !m_bench->loadPanel()->isHidden())
+    if (!m_test->motorPanel()->isHidden() && !m_test->loadPanel()->isHidden())
         m_wrong = u"two panels open"_s;
 }
 
 /// An open panel that can be edited shows what is selected.
 void TestMonkey::checkPanels()
 {
-    const MainWindow& window = m_bench->window;
-    const QWidget* motorPanel = m_bench->motorPanel();
+    const MainWindow& window = m_test->window;
+    const QWidget* motorPanel = m_test->motorPanel();
     if (!motorPanel->isHidden() && motorPanel->isEnabled() && window.selectedMotorIndex >= 0
         && window.selectedMotorIndex < LoadLogic::MotorList.size()
-        && LoadLogic::MotorList.at(window.selectedMotorIndex).modelName != m_bench->text("motorName"))
+        && LoadLogic::MotorList.at(window.selectedMotorIndex).modelName != m_test->text("motorName"))
         m_wrong = u"the motor panel shows another motor"_s;
-    const QWidget* loadPanel = m_bench->loadPanel();
+    const QWidget* loadPanel = m_test->loadPanel();
     const LoadLogic::ActiveLoad* load = LoadLogic::FindLoad(window.selectedLoadId);
     if (!loadPanel->isHidden() && loadPanel->isEnabled() && load != nullptr
-        && load->name != m_bench->text("loadName"))
+        && load->name != m_test->text("loadName"))
         m_wrong = u"the load panel shows another load"_s;
 }
 
@@ -382,17 +382,17 @@ void TestMonkey::check()
 void TestMonkey::startOver()
 {
     LoadLogic::ActiveLoads.clear();
-    m_bench->window.hidePropertyPanels();
-    m_bench->window.undoStack.clear();
-    m_bench->window.updateCalculations();
+    m_test->window.hidePropertyPanels();
+    m_test->window.undoStack.clear();
+    m_test->window.updateCalculations();
 }
 
 void TestMonkey::anyEvents_keepTheProjectSound()
 {
-    Support::Bench bench;
-    m_bench = &bench;
-    QVERIFY(bench.activate());
-    bench.canvas()->resize(800, 600);
+    Support::TestWindow test;
+    m_test = &test;
+    QVERIFY(test.activate());
+    test.canvas()->resize(800, 600);
     listEvents();
     QTimer paws;
     connect(&paws, &QTimer::timeout, this, &TestMonkey::answerDialogs);
@@ -415,7 +415,7 @@ void TestMonkey::anyEvents_keepTheProjectSound()
         if (LoadLogic::ActiveLoads.size() > MANY_LOADS)
             startOver();
     }
-    m_bench = nullptr;
+    m_test = nullptr;
 }
 
 QTEST_MAIN(TestMonkey)

@@ -37,16 +37,16 @@ class TestNoticeLine : public QObject
 private slots:
     void init()
     {
-        m_bench.emplace();
-        m_line = m_bench->window.findChild<NoticeLine*>();
-        m_bench->window.resize(1024, 700);
-        QVERIFY(m_bench->activate());
-        m_bench->window.resize(1024, 700);
+        m_test.emplace();
+        m_line = m_test->window.findChild<NoticeLine*>();
+        m_test->window.resize(1024, 700);
+        QVERIFY(m_test->activate());
+        m_test->window.resize(1024, 700);
         settle();
     }
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void line_isHiddenWithNothingToSay();
@@ -98,17 +98,17 @@ private:
         QTest::qWait(150);
     }
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
     NoticeLine* m_line = nullptr;
 };
 
 void TestNoticeLine::line_isHiddenWithNothingToSay()
 {
     QVERIFY(m_line->isHidden());
-    QCOMPARE(m_line->parentWidget(), m_bench->canvas()->parentWidget());
-    m_bench->window.keepNotice(notice(u"x"_s));
+    QCOMPARE(m_line->parentWidget(), m_test->canvas()->parentWidget());
+    m_test->window.keepNotice(notice(u"x"_s));
     QTRY_VERIFY(m_line->isVisible());
-    m_bench->window.dropNotice(u"x"_s);
+    m_test->window.dropNotice(u"x"_s);
     QTRY_VERIFY(m_line->isHidden());
 }
 
@@ -116,21 +116,21 @@ void TestNoticeLine::line_movesNothingAndPaintsNothingOver()
 {
     const auto geometries = [this] {
         QHash<const QWidget*, QRect> all;
-        const auto widgets = m_bench->window.findChildren<QWidget*>();
+        const auto widgets = m_test->window.findChildren<QWidget*>();
         for (const QWidget* widget : widgets) {
             if (widget != m_line && widget->isVisible())
                 all.insert(widget, widget->geometry());
         }
         return all;
     };
-    m_bench->window.blinkTimer->stop();
-    const QImage picture = m_bench->canvas()->grab().toImage(); // places what is hidden as well
+    m_test->window.blinkTimer->stop();
+    const QImage picture = m_test->canvas()->grab().toImage(); // places what is hidden as well
     const auto before = geometries();
-    m_bench->window.keepNotice(notice(u"x"_s, u"Un aviso muy largo. "_s.repeated(20)));
+    m_test->window.keepNotice(notice(u"x"_s, u"Un aviso muy largo. "_s.repeated(20)));
     QTRY_VERIFY(m_line->isVisible());
     QCoreApplication::processEvents();
     QCOMPARE(geometries(), before);
-    QCOMPARE(m_bench->canvas()->grab().toImage(), picture);
+    QCOMPARE(m_test->canvas()->grab().toImage(), picture);
 }
 
 void TestNoticeLine::line_leavesFlexionFree_data()
@@ -148,11 +148,11 @@ void TestNoticeLine::line_leavesFlexionFree()
 {
     QFETCH(QSize, size);
     QFETCH(QString, text);
-    m_bench->window.resize(size);
-    m_bench->window.keepNotice(notice(u"x"_s, text));
+    m_test->window.resize(size);
+    m_test->window.keepNotice(notice(u"x"_s, text));
     QTRY_VERIFY(m_line->isVisible());
     QCoreApplication::processEvents();
-    const QRect canvas = static_cast<QWidget*>(m_bench->canvas())->geometry();
+    const QRect canvas = static_cast<QWidget*>(m_test->canvas())->geometry();
     const int flexionBottom = canvas.top() + canvas.height() / 2 + 125 + 25;
     QVERIFY(m_line->geometry().top() >= flexionBottom);
     QVERIFY(canvas.contains(m_line->geometry()));
@@ -161,12 +161,12 @@ void TestNoticeLine::line_leavesFlexionFree()
 
 void TestNoticeLine::line_followsTheCanvas()
 {
-    m_bench->window.keepNotice(notice(u"x"_s));
+    m_test->window.keepNotice(notice(u"x"_s));
     QTRY_VERIFY(m_line->isVisible());
     const int before = m_line->geometry().center().x();
-    m_bench->window.resize(1500, 900);
+    m_test->window.resize(1500, 900);
     QCoreApplication::processEvents();
-    const QRect canvas = static_cast<QWidget*>(m_bench->canvas())->geometry();
+    const QRect canvas = static_cast<QWidget*>(m_test->canvas())->geometry();
     QVERIFY(m_line->geometry().center().x() > before);
     QVERIFY(qAbs(m_line->geometry().center().x() - canvas.center().x()) <= 1);
     QVERIFY(canvas.bottom() - m_line->geometry().bottom() < 10);
@@ -174,13 +174,13 @@ void TestNoticeLine::line_followsTheCanvas()
 
 void TestNoticeLine::counter_goesThroughTheNotices()
 {
-    m_bench->window.keepNotice(notice(u"a"_s, u"Uno."_s));
+    m_test->window.keepNotice(notice(u"a"_s, u"Uno."_s));
     QTRY_COMPARE(shown(), u"Uno."_s);
     QCOMPARE(m_line->counter(), QString());
     QVERIFY(m_line->forwardArrow().isEmpty());
 
-    m_bench->window.keepNotice(notice(u"b"_s, u"Dos."_s));
-    m_bench->window.keepNotice(notice(u"c"_s, u"Tres."_s));
+    m_test->window.keepNotice(notice(u"b"_s, u"Dos."_s));
+    m_test->window.keepNotice(notice(u"c"_s, u"Tres."_s));
     QTRY_COMPARE(m_line->counter(), u"1 de 3"_s);
     const auto click = [this](const QRect& arrow) {
         QTest::mouseClick(m_line, Qt::LeftButton, {}, arrow.center());
@@ -197,8 +197,8 @@ void TestNoticeLine::counter_goesThroughTheNotices()
 
 void TestNoticeLine::keys_goThroughTheNoticesAndPress()
 {
-    m_bench->window.keepNotice(notice(u"a"_s, u"Uno."_s));
-    m_bench->window.keepNotice(notice(u"b"_s, u"Dos."_s));
+    m_test->window.keepNotice(notice(u"a"_s, u"Uno."_s));
+    m_test->window.keepNotice(notice(u"b"_s, u"Dos."_s));
     QTRY_COMPARE(m_line->counter(), u"1 de 2"_s);
     m_line->setFocus();
     QSignalSpy activated(m_line, &NoticeLine::activated);
@@ -241,9 +241,9 @@ void TestNoticeLine::line_isAnAlertForScreenReaders()
 
 void TestNoticeLine::tabKey_leadsFromTheCanvasToTheLine()
 {
-    m_bench->window.keepNotice(notice(u"x"_s));
+    m_test->window.keepNotice(notice(u"x"_s));
     QTRY_VERIFY(m_line->isVisible());
-    QWidget* report = m_bench->button(u"📊 GENERAR INFORME ESTRUCTURAL"_s);
+    QWidget* report = m_test->button(u"📊 GENERAR INFORME ESTRUCTURAL"_s);
     report->setFocus();
     QTest::keyClick(report, Qt::Key_Tab, Qt::ShiftModifier);
     QCOMPARE(QApplication::focusWidget(), m_line);
@@ -251,9 +251,9 @@ void TestNoticeLine::tabKey_leadsFromTheCanvasToTheLine()
 
 void TestNoticeLine::manySteps_areOneOpinion()
 {
-    m_bench->setText("trussLength", u"0.5"_s);
+    m_test->setText("trussLength", u"0.5"_s);
     for (int i = 0; i < 100; ++i)
-        m_bench->window.onPositionChanged(-1);
+        m_test->window.onPositionChanged(-1);
     QVERIFY(m_line->isHidden());
     QTRY_VERIFY(m_line->isVisible());
 }
@@ -262,12 +262,12 @@ void TestNoticeLine::manySteps_areOneOpinion()
 void TestNoticeLine::tipping_comesAndGoes()
 {
     LoadLogic::MotorList[1].positionX = 7.0F;
-    m_bench->hangLoad(200.0F, 12.0F);
+    m_test->hangLoad(200.0F, 12.0F);
     QTRY_VERIFY(shown().startsWith(u"VUELCA: "_s));
     QTest::mouseClick(m_line, Qt::LeftButton, {}, QPoint(20, m_line->height() / 2));
-    QTRY_VERIFY(m_bench->window.findChild<ContrastDialog*>()->isVisible());
+    QTRY_VERIFY(m_test->window.findChild<ContrastDialog*>()->isVisible());
     LoadLogic::MotorList[1].positionX = 12.0F;
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     QTRY_VERIFY(m_line->isHidden());
 }
 
@@ -298,138 +298,138 @@ void TestNoticeLine::unusedField_comesAndGoes()
     QFETCH(QByteArray, name);
     QFETCH(QString, text);
     QFETCH(QString, told);
-    const QString before = m_bench->text(name.constData());
-    m_bench->setText(name.constData(), text);
+    const QString before = m_test->text(name.constData());
+    m_test->setText(name.constData(), text);
     QTRY_VERIFY2(shown().startsWith(told), qUtf8Printable(shown()));
-    m_bench->setText(name.constData(), before);
+    m_test->setText(name.constData(), before);
     QTRY_VERIFY(m_line->isHidden());
 }
 
 void TestNoticeLine::unusedField_click_entersIt()
 {
-    m_bench->setText("screenHeight", QString());
+    m_test->setText("screenHeight", QString());
     QTRY_VERIFY(m_line->isVisible());
     QTest::mouseClick(m_line, Qt::LeftButton, {}, QPoint(20, m_line->height() / 2));
-    QCOMPARE(QApplication::focusWidget(), m_bench->field("screenHeight"));
-    m_bench->setText("screenHeight", u"3"_s);
-    m_bench->setText("limitCPL", u"0"_s);
+    QCOMPARE(QApplication::focusWidget(), m_test->field("screenHeight"));
+    m_test->setText("screenHeight", u"3"_s);
+    m_test->setText("limitCPL", u"0"_s);
     QTRY_VERIFY(shown().startsWith(u"Sin CPL"_s));
     m_line->activate();
-    QCOMPARE(QApplication::focusWidget(), m_bench->field("limitCPL"));
+    QCOMPARE(QApplication::focusWidget(), m_test->field("limitCPL"));
 }
 
 void TestNoticeLine::unusedPanelField_comesAndGoes()
 {
-    m_bench->window.showMotorProperties(0);
-    m_bench->setText("motorCapacity", QString());
+    m_test->window.showMotorProperties(0);
+    m_test->setText("motorCapacity", QString());
     QTRY_COMPARE(shown(), u"Capacidad (kg): está vacío; cuenta 0."_s);
-    m_bench->window.hidePropertyPanels();
+    m_test->window.hidePropertyPanels();
     QTRY_VERIFY(m_line->isHidden());
 
-    const int id = m_bench->hangLoad(30.0F, 6.0F);
-    m_bench->window.showLoadProperties(id);
-    m_bench->setText("loadMass", QString());
+    const int id = m_test->hangLoad(30.0F, 6.0F);
+    m_test->window.showLoadProperties(id);
+    m_test->setText("loadMass", QString());
     QTRY_VERIFY(says(u"Masa (kg): está vacío; cuenta 0."_s));
-    m_bench->setText("loadMass", u"30"_s);
+    m_test->setText("loadMass", u"30"_s);
     QTRY_VERIFY(!says(u"Masa (kg)"_s));
 }
 
 void TestNoticeLine::massOfNoLoad_tellsTheUsualOne()
 {
-    m_bench->setText("newLoadMass", u"0"_s);
+    m_test->setText("newLoadMass", u"0"_s);
     QTRY_COMPARE(shown(), u"Carga (kg): «0» no se usa; cuenta 500."_s);
-    m_bench->window.onAddLoadClicked();
+    m_test->window.onAddLoadClicked();
     QCOMPARE(LoadLogic::ActiveLoads.constLast().mass, 500.0F);
     // Now it edits that load, whose mass it may set to 0.
-    m_bench->setText("newLoadMass", u"0"_s);
+    m_test->setText("newLoadMass", u"0"_s);
     QTRY_VERIFY(!says(u"Carga (kg)"_s));
-    m_bench->setText("newLoadMass", QString());
+    m_test->setText("newLoadMass", QString());
     QTRY_VERIFY(says(u"Carga (kg): está vacío; cuenta 0."_s));
 }
 
 void TestNoticeLine::narrowScreen_tellsTheHangingOne()
 {
-    m_bench->addScreen();
-    m_bench->setText("screenWidth", u"0.05"_s);
+    m_test->addScreen();
+    m_test->setText("screenWidth", u"0.05"_s);
     QTRY_VERIFY(says(u"Ancho (m): «0.05» no se usa; cuenta 4."_s));
-    m_bench->setText("screenWidth", u"2"_s);
+    m_test->setText("screenWidth", u"2"_s);
     QTRY_VERIFY(!says(u"Ancho (m)"_s));
 }
 
 void TestNoticeLine::editedLoad_isReleasedByEsc()
 {
     for (const char* name : {"newLoadMass", "trussLength", "newLoadName"}) {
-        m_bench->window.onAddLoadClicked();
+        m_test->window.onAddLoadClicked();
         QTRY_COMPARE(shown(), u"Editando: Carga — Esc la suelta"_s);
-        m_bench->field(name)->setFocus();
-        QTest::keyClick(m_bench->field(name), Qt::Key_Escape);
-        QCOMPARE(m_bench->window.selectedLoadId, -1);
-        QVERIFY(m_bench->loadPanel()->isHidden());
+        m_test->field(name)->setFocus();
+        QTest::keyClick(m_test->field(name), Qt::Key_Escape);
+        QCOMPARE(m_test->window.selectedLoadId, -1);
+        QVERIFY(m_test->loadPanel()->isHidden());
         QTRY_VERIFY(m_line->isHidden());
     }
-    m_bench->window.onAddLoadClicked();
-    m_bench->box("loadCount")->setFocus();
-    QTest::keyClick(m_bench->box("loadCount"), Qt::Key_Escape);
-    QCOMPARE(m_bench->window.selectedLoadId, -1);
+    m_test->window.onAddLoadClicked();
+    m_test->box("loadCount")->setFocus();
+    QTest::keyClick(m_test->box("loadCount"), Qt::Key_Escape);
+    QCOMPARE(m_test->window.selectedLoadId, -1);
 }
 
 void TestNoticeLine::editedLoad_isReleasedByAClick()
 {
-    m_bench->window.onAddLoadClicked();
+    m_test->window.onAddLoadClicked();
     QTRY_VERIFY(m_line->isVisible());
     QTest::mouseClick(m_line, Qt::LeftButton, {}, QPoint(20, m_line->height() / 2));
-    QCOMPARE(m_bench->window.selectedLoadId, -1);
+    QCOMPARE(m_test->window.selectedLoadId, -1);
 }
 
 void TestNoticeLine::esc_inADialog_releasesNothing()
 {
-    m_bench->window.onAddLoadClicked();
-    const int selected = m_bench->window.selectedLoadId;
+    m_test->window.onAddLoadClicked();
+    const int selected = m_test->window.selectedLoadId;
     Support::Answer<QInputDialog> esc(
         [](QInputDialog& dialog) { QTest::keyClick(dialog.findChild<QLineEdit*>(), Qt::Key_Escape); });
-    m_bench->window.onRenameTab(0);
+    m_test->window.onRenameTab(0);
     QVERIFY(esc.given());
-    QCOMPARE(m_bench->window.selectedLoadId, selected);
+    QCOMPARE(m_test->window.selectedLoadId, selected);
 }
 
 void TestNoticeLine::esc_withoutALoad_doesNothing()
 {
-    m_bench->window.showMotorProperties(1);
-    m_bench->field("motorName")->setFocus();
-    QTest::keyClick(m_bench->field("motorName"), Qt::Key_Escape);
-    QCOMPARE(m_bench->window.selectedMotorIndex, 1);
-    QVERIFY(!m_bench->motorPanel()->isHidden());
+    m_test->window.showMotorProperties(1);
+    m_test->field("motorName")->setFocus();
+    QTest::keyClick(m_test->field("motorName"), Qt::Key_Escape);
+    QCOMPARE(m_test->window.selectedMotorIndex, 1);
+    QVERIFY(!m_test->motorPanel()->isHidden());
 }
 
 void TestNoticeLine::draggedTabs_comeAndGo()
 {
-    m_bench->window.onAddTab();
-    m_bench->window.onAddTab();
-    m_bench->tabBar()->moveTab(0, 2);
+    m_test->window.onAddTab();
+    m_test->window.onAddTab();
+    m_test->tabBar()->moveTab(0, 2);
     QTRY_COMPARE(shown(), u"Las pestañas arrastradas llevan su título, no su proyecto."_s);
-    m_bench->tabBar()->moveTab(2, 0);
+    m_test->tabBar()->moveTab(2, 0);
     QTRY_VERIFY(m_line->isHidden());
 }
 
 // "Proyecto 2" and the first project go together; what is left is the title of the one over the other.
 void TestNoticeLine::draggedTabs_areKnownAfterOneIsClosed()
 {
-    m_bench->window.onAddTab();
-    m_bench->window.onAddTab();
-    const auto* bar = qobject_cast<const ProjectTabBar*>(m_bench->tabBar());
-    m_bench->tabBar()->moveTab(0, 1);
-    m_bench->window.onCloseTab(0);
-    QCOMPARE(m_bench->tabBar()->tabText(0), u"Proyecto 1"_s);
+    m_test->window.onAddTab();
+    m_test->window.onAddTab();
+    const auto* bar = qobject_cast<const ProjectTabBar*>(m_test->tabBar());
+    m_test->tabBar()->moveTab(0, 1);
+    m_test->window.onCloseTab(0);
+    QCOMPARE(m_test->tabBar()->tabText(0), u"Proyecto 1"_s);
     QVERIFY(!bar->titlesStandByTheirProjects());
-    m_bench->window.onCloseTab(0);
-    QCOMPARE(m_bench->tabBar()->tabText(0), u"Proyecto 3"_s);
+    m_test->window.onCloseTab(0);
+    QCOMPARE(m_test->tabBar()->tabText(0), u"Proyecto 3"_s);
     QVERIFY(bar->titlesStandByTheirProjects());
 }
 
 void TestNoticeLine::draggedTabs_goWithAClick()
 {
-    m_bench->window.onAddTab();
-    m_bench->tabBar()->moveTab(0, 1);
+    m_test->window.onAddTab();
+    m_test->tabBar()->moveTab(0, 1);
     QTRY_VERIFY(m_line->isVisible());
     m_line->activate();
     QTRY_VERIFY(m_line->isHidden());
@@ -441,7 +441,7 @@ void TestNoticeLine::savedFile_comesAndGoes()
     const auto save = [&](const QString& name) {
         Support::FileAnswer file(folder.filePath(name));
         Support::BoxAnswer box(QMessageBox::Ok);
-        m_bench->window.onSaveProjectClicked();
+        m_test->window.onSaveProjectClicked();
         return file.given() && box.given();
     };
     QVERIFY(save(u"gira"_s));
@@ -457,10 +457,10 @@ void TestNoticeLine::markupInANewProject_isToldUntilTheClick()
                          "abrirlo puede pedir páginas de otros."_s;
     ProjectState project = LoadLogic::Snapshot();
     QVERIFY(ProjectFile::write(folder.filePath(u"gira.rig"_s), project));
-    QVERIFY(m_bench->window.openProjectFile(folder.filePath(u"gira.rig"_s)));
+    QVERIFY(m_test->window.openProjectFile(folder.filePath(u"gira.rig"_s)));
     project.motors[0].modelName = u"<b>Gira"_s;
     QVERIFY(ProjectFile::write(folder.filePath(u"ajena.rig"_s), project));
-    QVERIFY(m_bench->window.openProjectFile(folder.filePath(u"ajena.rig"_s)));
+    QVERIFY(m_test->window.openProjectFile(folder.filePath(u"ajena.rig"_s)));
     QTRY_COMPARE(shown(), text);
     QCOMPARE(m_line->notices().size(), 1);
     m_line->activate();
@@ -472,20 +472,20 @@ void TestNoticeLine::markupInAnyTab_isToldBeforeTheReport()
     const Support::TemporaryDirectory folder;
     const Support::Browser browser;
     LoadLogic::MotorList[0].modelName = u"<b>Gira"_s;
-    m_bench->window.onAddTab();
-    m_bench->tabBar()->setCurrentIndex(1);
+    m_test->window.onAddTab();
+    m_test->tabBar()->setCurrentIndex(1);
     const Support::BoxAnswer box(QMessageBox::Ok);
-    m_bench->window.onPrintReportClicked();
+    m_test->window.onPrintReportClicked();
     QVERIFY(box.given());
     QTRY_VERIFY(shown().startsWith(u"«<b>Gira» es código HTML"_s));
 }
 
 void TestNoticeLine::strangeNotice_isHandedOn()
 {
-    QSignalSpy picked(&m_bench->window, &MainWindow::noticePicked);
-    m_bench->window.keepNotice(
+    QSignalSpy picked(&m_test->window, &MainWindow::noticePicked);
+    m_test->window.keepNotice(
         notice(u"recovery"_s, u"Hay trabajo sin cerrar de las 12:30: recuperar (F9)"_s));
-    m_bench->window.keepNotice(
+    m_test->window.keepNotice(
         notice(u"recovery"_s, u"Hay trabajo sin cerrar de las 12:31: recuperar (F9)"_s));
     QTRY_COMPARE(shown(), u"Hay trabajo sin cerrar de las 12:31: recuperar (F9)"_s);
     QCOMPARE(m_line->notices().size(), 1);

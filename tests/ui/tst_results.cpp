@@ -28,11 +28,11 @@ class TestResults : public QObject
 private slots:
     void init()
     {
-        m_bench.emplace();
+        m_test.emplace();
     }
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void stress_isShownTruncatedAndColoured_data();
@@ -57,10 +57,10 @@ private:
     {
         LoadLogic::TrussSelfWeight = 8.0F;
         LoadLogic::Limit_CPL = static_cast<float>(144.0 / 3.0 / (percent / 100.0));
-        m_bench->window.updateCalculations();
+        m_test->window.updateCalculations();
     }
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestResults::stress_isShownTruncatedAndColoured_data()
@@ -84,9 +84,9 @@ void TestResults::stress_isShownTruncatedAndColoured()
     QFETCH(int, bar);
     QFETCH(QString, colour);
     stressTo(percent);
-    QCOMPARE(m_bench->label("stressLabel")->text(), u"Estrés Estructural: %1%"_s.arg(shown));
-    QCOMPARE(m_bench->stressBar()->value(), bar);
-    QCOMPARE(m_bench->stressBar()->styleSheet(), barStyle(colour));
+    QCOMPARE(m_test->label("stressLabel")->text(), u"Estrés Estructural: %1%"_s.arg(shown));
+    QCOMPARE(m_test->stressBar()->value(), bar);
+    QCOMPARE(m_test->stressBar()->styleSheet(), barStyle(colour));
 }
 
 void TestResults::stress_hugePercentages_stayRed_data()
@@ -101,57 +101,57 @@ void TestResults::stress_hugePercentages_stayRed()
 {
     QFETCH(float, mass);
     LoadLogic::Limit_CPL = 0.02F;
-    m_bench->hangLoad(mass, 6.0F);
-    const QString text = m_bench->label("stressLabel")->text();
+    m_test->hangLoad(mass, 6.0F);
+    const QString text = m_test->label("stressLabel")->text();
     QVERIFY2(!text.contains(u'-'), qUtf8Printable(text));
     QVERIFY2(text.length() > u"Estrés Estructural: 999%"_s.length(), qUtf8Printable(text));
-    QCOMPARE(m_bench->stressBar()->value(), 100);
-    QCOMPARE(m_bench->stressBar()->styleSheet(), barStyle(RED));
+    QCOMPARE(m_test->stressBar()->value(), 100);
+    QCOMPARE(m_test->stressBar()->styleSheet(), barStyle(RED));
 }
 
 void TestResults::stress_labelKeepsItsColour()
 {
-    const QString before = m_bench->label("stressLabel")->styleSheet();
+    const QString before = m_test->label("stressLabel")->styleSheet();
     stressTo(300.0);
-    QCOMPARE(m_bench->label("stressLabel")->styleSheet(), before);
+    QCOMPARE(m_test->label("stressLabel")->styleSheet(), before);
 }
 
 void TestResults::stress_unstable_isGreenAndEmpty()
 {
-    m_bench->hangLoad(5000.0F, 6.0F);
+    m_test->hangLoad(5000.0F, 6.0F);
     LoadLogic::MotorList.removeLast();
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     QVERIFY(LoadLogic::isUnstable);
-    QCOMPARE(m_bench->label("stressLabel")->text(), u"Estrés Estructural: 0%"_s);
-    QCOMPARE(m_bench->stressBar()->value(), 0);
-    QCOMPARE(m_bench->stressBar()->styleSheet(), barStyle(GREEN));
+    QCOMPARE(m_test->label("stressLabel")->text(), u"Estrés Estructural: 0%"_s);
+    QCOMPARE(m_test->stressBar()->value(), 0);
+    QCOMPARE(m_test->stressBar()->styleSheet(), barStyle(GREEN));
 }
 
 void TestResults::stress_goesBackToGreen()
 {
     stressTo(300.0);
     stressTo(3.5);
-    QCOMPARE(m_bench->stressBar()->value(), 3);
-    QCOMPARE(m_bench->stressBar()->styleSheet(), barStyle(GREEN));
+    QCOMPARE(m_test->stressBar()->value(), 3);
+    QCOMPARE(m_test->stressBar()->styleSheet(), barStyle(GREEN));
 }
 
 void TestResults::warning_followsTheMotorCount()
 {
-    const QLabel* warning = m_bench->label("hyperstaticWarning");
+    const QLabel* warning = m_test->label("hyperstaticWarning");
     for (int count = 0; count <= 5; ++count) {
         LoadLogic::MotorList.clear();
         for (int i = 0; i < count; ++i)
             LoadLogic::AddMotor(static_cast<float>(i));
-        m_bench->window.updateCalculations();
+        m_test->window.updateCalculations();
         QCOMPARE(!warning->isHidden(), count >= 3);
     }
 }
 
 void TestResults::screenWeight_isNotTouched()
 {
-    QLabel* weight = m_bench->label("screenWeight");
+    QLabel* weight = m_test->label("screenWeight");
     weight->setText(u"sin tocar"_s);
-    m_bench->window.updateCalculations();
+    m_test->window.updateCalculations();
     QCOMPARE(weight->text(), u"sin tocar"_s);
 }
 
@@ -190,22 +190,22 @@ void TestResults::fields_areMarked()
     QFETCH(QString, text);
     QFETCH(bool, usable);
     const QString mark = u"border: 1px solid #FF5555; background: #2a1a1a; color: white;"_s;
-    m_bench->setText(name.constData(), u"7"_s);
-    m_bench->setText(name.constData(), text);
-    QCOMPARE(m_bench->field(name.constData())->styleSheet(), usable ? QString() : mark);
+    m_test->setText(name.constData(), u"7"_s);
+    m_test->setText(name.constData(), text);
+    QCOMPARE(m_test->field(name.constData())->styleSheet(), usable ? QString() : mark);
 }
 
 void TestResults::marks_changeNothingElse()
 {
-    m_bench->window.isRestoring = true;
-    m_bench->setText("trussLength", u"0"_s);
-    m_bench->setText("screenWidth", u"abc"_s);
-    m_bench->window.isRestoring = false;
+    m_test->window.isRestoring = true;
+    m_test->setText("trussLength", u"0"_s);
+    m_test->setText("screenWidth", u"abc"_s);
+    m_test->window.isRestoring = false;
     const Support::CalculationWatch watch;
-    m_bench->window.validateInputs();
+    m_test->window.validateInputs();
     QVERIFY(!watch.calculated());
     QCOMPARE(LoadLogic::TrussLength, 12.0F);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
     LoadLogic::CalcularReacciones();
 }
 
@@ -216,11 +216,11 @@ void TestResults::marks_followEveryField()
                                    "screenWidth",  "screenHeight", "screenWeightM2",
                                    "bumperWeight", "cablePercent", "newLoadMass"};
     for (const char* name : names) {
-        QLineEdit* other = m_bench->field(name == names.constFirst() ? "trussWeight" : "trussLength");
+        QLineEdit* other = m_test->field(name == names.constFirst() ? "trussWeight" : "trussLength");
         other->setStyleSheet(u"color: red"_s);
-        m_bench->setText(name, u"7"_s);
+        m_test->setText(name, u"7"_s);
         QCOMPARE(other->styleSheet(), QString());
-        m_bench->setText(name, u"8"_s);
+        m_test->setText(name, u"8"_s);
     }
 }
 

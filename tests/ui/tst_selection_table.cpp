@@ -25,7 +25,7 @@ enum Selection
     FirstSegment,
 };
 
-using Action = std::function<void(Support::Bench&)>;
+using Action = std::function<void(Support::TestWindow&)>;
 
 /// What the user has selected before an action.
 enum Before
@@ -36,9 +36,9 @@ enum Before
     SegmentSelected,
 };
 
-void setText(Support::Bench& bench, const char* field, const QString& text)
+void setText(Support::TestWindow& test, const char* field, const QString& text)
 {
-    bench.setText(field, text);
+    test.setText(field, text);
 }
 
 } // namespace
@@ -60,7 +60,7 @@ private slots:
     void init();
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void action_hasItsEffects_data();
@@ -72,33 +72,33 @@ private:
     void select(Before before);
     [[nodiscard]] bool isSelected(Selection selection) const;
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
     int m_load = -1;
     int m_segment = -1;
 };
 
 void TestSelectionTable::init()
 {
-    m_bench.emplace();
-    m_load = m_bench->hangLoad(100.0F, 3.0F);
-    m_segment = m_bench->addScreen();
-    m_bench->window.hidePropertyPanels();
-    m_bench->window.undoStack.clear();
+    m_test.emplace();
+    m_load = m_test->hangLoad(100.0F, 3.0F);
+    m_segment = m_test->addScreen();
+    m_test->window.hidePropertyPanels();
+    m_test->window.undoStack.clear();
 }
 
 void TestSelectionTable::select(Before before)
 {
     if (before == MotorSelected)
-        m_bench->window.showMotorProperties(1);
+        m_test->window.showMotorProperties(1);
     if (before == LoadSelected)
-        m_bench->window.showLoadProperties(m_load);
+        m_test->window.showLoadProperties(m_load);
     if (before == SegmentSelected)
-        m_bench->window.showLoadProperties(m_segment);
+        m_test->window.showLoadProperties(m_segment);
 }
 
 bool TestSelectionTable::isSelected(Selection selection) const
 {
-    const MainWindow& window = m_bench->window;
+    const MainWindow& window = m_test->window;
     const int motor = window.selectedMotorIndex;
     const int load = window.selectedLoadId;
     switch (selection) {
@@ -135,7 +135,7 @@ void TestSelectionTable::action_hasItsEffects_data()
     const bool calculated = true;
     const bool notCalculated = false;
     const auto text = [](const char* field, const QString& value) {
-        return [field, value](Support::Bench& b) { setText(b, field, value); };
+        return [field, value](Support::TestWindow& b) { setText(b, field, value); };
     };
 
     row("length, accepted", MotorSelected, text("trussLength", u"14"_s), undo, calculated, ThatMotor,
@@ -154,21 +154,21 @@ void TestSelectionTable::action_hasItsEffects_data()
     row("rating, unchanged", MotorSelected, text("limitCPL", u"1600.0"_s), noUndo, notCalculated, ThatMotor,
         MotorOpen);
 
-    const Action addMotor = [](Support::Bench& b) { b.window.onAddMotorClicked(); };
+    const Action addMotor = [](Support::TestWindow& b) { b.window.onAddMotorClicked(); };
     row("add motor, nothing selected", NothingSelected, addMotor, undo, calculated, Nothing, NoneOpen);
     row("add motor, motor selected", MotorSelected, addMotor, undo, calculated, ThatMotor, MotorOpen);
     row("add motor, load selected", LoadSelected, addMotor, undo, calculated, ThatLoad, LoadOpen);
 
-    const Action addLoad = [](Support::Bench& b) { b.window.onAddLoadClicked(); };
+    const Action addLoad = [](Support::TestWindow& b) { b.window.onAddLoadClicked(); };
     row("add load, nothing selected", NothingSelected, addLoad, undo, calculated, LastLoad, NoneOpen);
     row("add load, motor selected", MotorSelected, addLoad, undo, calculated, LastLoad, NoneOpen);
     row("add load, load selected", LoadSelected, addLoad, undo, calculated, LastLoad, LoadOpen);
 
-    const Action addScreen = [](Support::Bench& b) { b.window.onAddLEDLoadClicked(); };
+    const Action addScreen = [](Support::TestWindow& b) { b.window.onAddLEDLoadClicked(); };
     row("add screen, nothing selected", NothingSelected, addScreen, undo, calculated, FirstSegment, NoneOpen);
     row("add screen, motor selected", MotorSelected, addScreen, undo, calculated, FirstSegment, NoneOpen);
     row("add screen, load selected", LoadSelected, addScreen, undo, calculated, FirstSegment, LoadOpen);
-    const Action addScreens = [](Support::Bench& b) {
+    const Action addScreens = [](Support::TestWindow& b) {
         b.box("screenCount")->setValue(2);
         b.window.onAddLEDLoadClicked();
     };
@@ -184,24 +184,25 @@ void TestSelectionTable::action_hasItsEffects_data()
     row("new load's name, load selected", LoadSelected, text("newLoadName", u"x"_s), noUndo, notCalculated,
         ThatLoad, LoadOpen);
 
-    const Action showMotor = [](Support::Bench& b) { b.window.showMotorProperties(1); };
+    const Action showMotor = [](Support::TestWindow& b) { b.window.showMotorProperties(1); };
     row("show motor", LoadSelected, showMotor, noUndo, notCalculated, ThatMotor, MotorOpen);
     row(
-        "show motor out of range", LoadSelected, [](Support::Bench& b) { b.window.showMotorProperties(2); },
-        noUndo, notCalculated, ThatLoad, LoadOpen);
+        "show motor out of range", LoadSelected,
+        [](Support::TestWindow& b) { b.window.showMotorProperties(2); }, noUndo, notCalculated, ThatLoad,
+        LoadOpen);
     row(
-        "show motor -1", LoadSelected, [](Support::Bench& b) { b.window.showMotorProperties(-1); }, noUndo,
-        notCalculated, ThatLoad, LoadOpen);
+        "show motor -1", LoadSelected, [](Support::TestWindow& b) { b.window.showMotorProperties(-1); },
+        noUndo, notCalculated, ThatLoad, LoadOpen);
     row(
         "show load", MotorSelected,
-        [](Support::Bench& b) { b.window.showLoadProperties(LoadLogic::ActiveLoads.constFirst().id); },
+        [](Support::TestWindow& b) { b.window.showLoadProperties(LoadLogic::ActiveLoads.constFirst().id); },
         noUndo, notCalculated, ThatLoad, LoadOpen);
     row(
-        "hide panels, motor", MotorSelected, [](Support::Bench& b) { b.window.hidePropertyPanels(); }, noUndo,
-        notCalculated, Nothing, NoneOpen);
+        "hide panels, motor", MotorSelected, [](Support::TestWindow& b) { b.window.hidePropertyPanels(); },
+        noUndo, notCalculated, Nothing, NoneOpen);
     row(
-        "hide panels, load", LoadSelected, [](Support::Bench& b) { b.window.hidePropertyPanels(); }, noUndo,
-        notCalculated, Nothing, NoneOpen);
+        "hide panels, load", LoadSelected, [](Support::TestWindow& b) { b.window.hidePropertyPanels(); },
+        noUndo, notCalculated, Nothing, NoneOpen);
 
     row("motor's name", MotorSelected, text("motorName", u"D8+"_s), undo, calculated, ThatMotor, MotorOpen);
     row("motor's capacity", MotorSelected, text("motorCapacity", u"500"_s), undo, calculated, ThatMotor,
@@ -215,8 +216,8 @@ void TestSelectionTable::action_hasItsEffects_data()
     row("load's mass, none selected", NothingSelected, text("loadMass", u"33"_s), noUndo, notCalculated,
         Nothing, NoneOpen);
 
-    const Action deleteMotor = [](Support::Bench& b) { b.window.deleteSelectedMotor(); };
-    const Action deleteLoad = [](Support::Bench& b) { b.window.deleteSelectedLoad(); };
+    const Action deleteMotor = [](Support::TestWindow& b) { b.window.deleteSelectedMotor(); };
+    const Action deleteLoad = [](Support::TestWindow& b) { b.window.deleteSelectedLoad(); };
     row("delete motor", MotorSelected, deleteMotor, undo, calculated, Nothing, NoneOpen);
     row("delete motor, none selected", LoadSelected, deleteMotor, noUndo, notCalculated, ThatLoad, LoadOpen);
     row("delete load", LoadSelected, deleteLoad, undo, calculated, Nothing, NoneOpen);
@@ -224,10 +225,10 @@ void TestSelectionTable::action_hasItsEffects_data()
     row("delete load, none selected", MotorSelected, deleteLoad, noUndo, notCalculated, ThatMotor, MotorOpen);
 
     row(
-        "position -1", MotorSelected, [](Support::Bench& b) { b.window.onPositionChanged(-1); }, noUndo,
+        "position -1", MotorSelected, [](Support::TestWindow& b) { b.window.onPositionChanged(-1); }, noUndo,
         calculated, ThatMotor, MotorOpen);
     row(
-        "position, array", SegmentSelected, [](Support::Bench& b) { b.window.onPositionChanged(300); },
+        "position, array", SegmentSelected, [](Support::TestWindow& b) { b.window.onPositionChanged(300); },
         noUndo, calculated, FirstSegment, LoadOpen);
 
     row("screen field, nothing selected", NothingSelected, text("screenWidth", u"5"_s), noUndo, calculated,
@@ -241,13 +242,13 @@ void TestSelectionTable::action_hasItsEffects_data()
     row("screen field, too narrow", SegmentSelected, text("screenWidth", u"0.05"_s), noUndo, notCalculated,
         FirstSegment, LoadOpen);
 
-    const Action editArray = [](Support::Bench& b) {
+    const Action editArray = [](Support::TestWindow& b) {
         b.window.arrayEditRequested(LoadLogic::ActiveLoads.constLast());
     };
     row("edit array, motor selected", MotorSelected, editArray, noUndo, calculated, FirstSegment, NoneOpen);
     row("edit array, load selected", LoadSelected, editArray, noUndo, calculated, FirstSegment, LoadOpen);
 
-    const Action reset = [](Support::Bench& b) {
+    const Action reset = [](Support::TestWindow& b) {
         const Support::BoxAnswer yes(QMessageBox::Yes);
         b.window.onResetProjectClicked();
         QVERIFY(yes.given());
@@ -255,7 +256,7 @@ void TestSelectionTable::action_hasItsEffects_data()
     row("reset, nothing selected", NothingSelected, reset, noUndo, calculated, Nothing, NoneOpen);
     row("reset, load selected", LoadSelected, reset, noUndo, calculated, Nothing, LoadOpen);
     row(
-        "add tab, load selected", LoadSelected, [](Support::Bench& b) { b.window.onAddTab(); }, noUndo,
+        "add tab, load selected", LoadSelected, [](Support::TestWindow& b) { b.window.onAddTab(); }, noUndo,
         calculated, Nothing, NoneOpen);
 }
 
@@ -269,16 +270,16 @@ void TestSelectionTable::action_hasItsEffects()
     QFETCH(Panel, panel);
     select(before);
     const Support::CalculationWatch watch;
-    action(*m_bench);
+    action(*m_test);
     const bool calculated = watch.calculated();
     LoadLogic::CalcularReacciones();
 
-    QCOMPARE(m_bench->undoDepth(), pushesUndo ? 1 : 0);
+    QCOMPARE(m_test->undoDepth(), pushesUndo ? 1 : 0);
     QCOMPARE(calculated, calculates);
     QVERIFY(isSelected(selection));
-    QCOMPARE(!m_bench->motorPanel()->isHidden(), panel == MotorOpen);
-    QCOMPARE(!m_bench->loadPanel()->isHidden(), panel == LoadOpen);
-    QVERIFY(!m_bench->window.isRestoring);
+    QCOMPARE(!m_test->motorPanel()->isHidden(), panel == MotorOpen);
+    QCOMPARE(!m_test->loadPanel()->isHidden(), panel == LoadOpen);
+    QVERIFY(!m_test->window.isRestoring);
 }
 
 void TestSelectionTable::action_whileRestoring_isGuarded_data()
@@ -289,47 +290,47 @@ void TestSelectionTable::action_whileRestoring_isGuarded_data()
         QTest::newRow(tag) << action << calculates;
     };
     row(
-        "length", [](Support::Bench& b) { b.window.onTrussLengthChanged(u"20"_s); }, false);
+        "length", [](Support::TestWindow& b) { b.window.onTrussLengthChanged(u"20"_s); }, false);
     row(
-        "weight", [](Support::Bench& b) { b.window.onTrussWeightChanged(u"20"_s); }, false);
+        "weight", [](Support::TestWindow& b) { b.window.onTrussWeightChanged(u"20"_s); }, false);
     row(
-        "rating", [](Support::Bench& b) { b.window.onCPLChanged(u"20"_s); }, false);
+        "rating", [](Support::TestWindow& b) { b.window.onCPLChanged(u"20"_s); }, false);
     row(
-        "mass of a new load", [](Support::Bench& b) { b.window.onMassChanged(u"20"_s); }, true);
+        "mass of a new load", [](Support::TestWindow& b) { b.window.onMassChanged(u"20"_s); }, true);
     row(
-        "name of a new load", [](Support::Bench& b) { b.window.onLoadNameChanged(u"x"_s); }, false);
+        "name of a new load", [](Support::TestWindow& b) { b.window.onLoadNameChanged(u"x"_s); }, false);
     row(
-        "motor panel", [](Support::Bench& b) { b.window.onMotorPropertyChanged(); }, false);
+        "motor panel", [](Support::TestWindow& b) { b.window.onMotorPropertyChanged(); }, false);
     row(
-        "load panel", [](Support::Bench& b) { b.window.onLoadPropertyChanged(); }, false);
+        "load panel", [](Support::TestWindow& b) { b.window.onLoadPropertyChanged(); }, false);
     row(
-        "screen field", [](Support::Bench& b) { b.window.onLEDParamChanged({}); }, false);
+        "screen field", [](Support::TestWindow& b) { b.window.onLEDParamChanged({}); }, false);
     row(
-        "selected screen", [](Support::Bench& b) { b.window.updateSelectedLED(2.0F); }, false);
+        "selected screen", [](Support::TestWindow& b) { b.window.updateSelectedLED(2.0F); }, false);
     row(
-        "position", [](Support::Bench& b) { b.window.onPositionChanged(-1); }, false);
+        "position", [](Support::TestWindow& b) { b.window.onPositionChanged(-1); }, false);
     row(
-        "tab", [](Support::Bench& b) { b.window.onTabChanged(1); }, false);
+        "tab", [](Support::TestWindow& b) { b.window.onTabChanged(1); }, false);
     // These have no guard of their own; only their undo step is kept out, by the push itself.
     row(
-        "add motor", [](Support::Bench& b) { b.window.onAddMotorClicked(); }, true);
+        "add motor", [](Support::TestWindow& b) { b.window.onAddMotorClicked(); }, true);
     row(
-        "add screen", [](Support::Bench& b) { b.window.onAddLEDLoadClicked(); }, true);
+        "add screen", [](Support::TestWindow& b) { b.window.onAddLEDLoadClicked(); }, true);
 }
 
 void TestSelectionTable::action_whileRestoring_isGuarded()
 {
     QFETCH(Action, action);
     QFETCH(bool, calculates);
-    m_bench->window.selectedLoadId = m_segment;
-    m_bench->window.isRestoring = true;
+    m_test->window.selectedLoadId = m_segment;
+    m_test->window.isRestoring = true;
     const Support::CalculationWatch watch;
-    action(*m_bench);
-    m_bench->window.isRestoring = false;
+    action(*m_test);
+    m_test->window.isRestoring = false;
     const bool calculated = watch.calculated();
     LoadLogic::CalcularReacciones();
     QCOMPARE(calculated, calculates);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
     QCOMPARE(LoadLogic::TrussLength, 12.0F);
     QCOMPARE(LoadLogic::TrussSelfWeight, 8.4F);
     QCOMPARE(LoadLogic::Limit_CPL, 1600.0F);

@@ -34,12 +34,12 @@ class TestShortcuts : public QObject
 private slots:
     void init()
     {
-        m_bench.emplace();
-        QVERIFY(m_bench->activate());
+        m_test.emplace();
+        QVERIFY(m_test->activate());
     }
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void ctrlO_opensAProject();
@@ -65,14 +65,14 @@ private:
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QWidget* focused = QApplication::focusWidget();
-        QTest::keyClick(focused == nullptr ? &m_bench->window : focused, key, modifiers);
+        QTest::keyClick(focused == nullptr ? &m_test->window : focused, key, modifiers);
     }
     [[nodiscard]] int page() const
     {
-        return qobject_cast<QStackedWidget*>(m_bench->window.centralWidget())->currentIndex();
+        return qobject_cast<QStackedWidget*>(m_test->window.centralWidget())->currentIndex();
     }
 
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestShortcuts::ctrlO_opensAProject()
@@ -107,17 +107,17 @@ void TestShortcuts::ctrlS_savesTheProject()
 void TestShortcuts::ctrlT_addsATab()
 {
     press(Qt::Key_T, Qt::ControlModifier);
-    QCOMPARE(m_bench->tabBar()->count(), 2);
-    QCOMPARE(m_bench->window.currentProjectIndex, 1);
+    QCOMPARE(m_test->tabBar()->count(), 2);
+    QCOMPARE(m_test->window.currentProjectIndex, 1);
 }
 
 void TestShortcuts::ctrlPageKeys_goThroughTheTabs()
 {
-    m_bench->window.onAddTab();
-    m_bench->window.onAddTab();
+    m_test->window.onAddTab();
+    m_test->window.onAddTab();
     const auto reached = [this](Qt::Key key) {
         press(key, Qt::ControlModifier);
-        return m_bench->window.currentProjectIndex;
+        return m_test->window.currentProjectIndex;
     };
     QCOMPARE(reached(Qt::Key_PageUp), 1);
     QCOMPARE(reached(Qt::Key_PageUp), 0);
@@ -130,21 +130,21 @@ void TestShortcuts::ctrlPageKeys_withOneTab_stay()
 {
     press(Qt::Key_PageUp, Qt::ControlModifier);
     press(Qt::Key_PageDown, Qt::ControlModifier);
-    QCOMPARE(m_bench->tabBar()->currentIndex(), 0);
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->tabBar()->currentIndex(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
 }
 
 void TestShortcuts::f2_renamesTheCurrentTab()
 {
-    m_bench->window.onAddTab();
+    m_test->window.onAddTab();
     const Support::Answer<QInputDialog> name([](QInputDialog& dialog) {
         dialog.setTextValue(u"Gira %1 <b>"_s);
         dialog.accept();
     });
     press(Qt::Key_F2);
     QVERIFY(name.given());
-    QCOMPARE(m_bench->tabBar()->tabText(1), u"Gira %1 <b>"_s);
-    QCOMPARE(m_bench->tabBar()->tabText(0), u"Proyecto 1"_s);
+    QCOMPARE(m_test->tabBar()->tabText(1), u"Gira %1 <b>"_s);
+    QCOMPARE(m_test->tabBar()->tabText(0), u"Proyecto 1"_s);
 }
 
 void TestShortcuts::ctrlI_showsTheReport()
@@ -172,10 +172,10 @@ void TestShortcuts::f1_opensTheGuide()
 
 void TestShortcuts::ctrlW_closesNothing()
 {
-    m_bench->window.onAddTab();
+    m_test->window.onAddTab();
     press(Qt::Key_W, Qt::ControlModifier);
-    QCOMPARE(m_bench->tabBar()->count(), 2);
-    QVERIFY(m_bench->window.isVisible());
+    QCOMPARE(m_test->tabBar()->count(), 2);
+    QVERIFY(m_test->window.isVisible());
 }
 
 void TestShortcuts::keys_actFromEveryField_data()
@@ -188,19 +188,19 @@ void TestShortcuts::keys_actFromEveryField_data()
 void TestShortcuts::keys_actFromEveryField()
 {
     QFETCH(QString, name);
-    m_bench->window.findChild<QWidget*>(name)->setFocus();
+    m_test->window.findChild<QWidget*>(name)->setFocus();
     press(Qt::Key_T, Qt::ControlModifier);
-    QCOMPARE(m_bench->tabBar()->count(), 2);
+    QCOMPARE(m_test->tabBar()->count(), 2);
     press(Qt::Key_PageUp, Qt::ControlModifier);
-    QCOMPARE(m_bench->window.currentProjectIndex, 0);
+    QCOMPARE(m_test->window.currentProjectIndex, 0);
     press(Qt::Key_I, Qt::ControlModifier);
     QCOMPARE(page(), 1);
 }
 
 void TestShortcuts::fieldsKeepTheirEditingKeys()
 {
-    m_bench->hangLoad(100.0F, 3.0F);
-    QLineEdit* name = m_bench->field("newLoadName");
+    m_test->hangLoad(100.0F, 3.0F);
+    QLineEdit* name = m_test->field("newLoadName");
     name->setText(u"Carga"_s);
     name->setFocus();
     press(Qt::Key_Home);
@@ -214,14 +214,14 @@ void TestShortcuts::fieldsKeepTheirEditingKeys()
 
 void TestShortcuts::onTheReportPage_onlySavingAndTheGuideAct()
 {
-    m_bench->window.onAddTab();
-    m_bench->window.onGenerateReportClicked();
+    m_test->window.onAddTab();
+    m_test->window.onGenerateReportClicked();
     press(Qt::Key_T, Qt::ControlModifier);
     press(Qt::Key_PageUp, Qt::ControlModifier);
     press(Qt::Key_F2);
     press(Qt::Key_O, Qt::ControlModifier);
-    QCOMPARE(m_bench->tabBar()->count(), 2);
-    QCOMPARE(m_bench->window.currentProjectIndex, 1);
+    QCOMPARE(m_test->tabBar()->count(), 2);
+    QCOMPARE(m_test->window.currentProjectIndex, 1);
     QCOMPARE(page(), 1);
     const Support::FileAnswer none((QString()));
     press(Qt::Key_S, Qt::ControlModifier);
@@ -231,19 +231,19 @@ void TestShortcuts::onTheReportPage_onlySavingAndTheGuideAct()
 // Its place would be written into whatever project is current at the next move.
 void TestShortcuts::duringADrag_nothingActs()
 {
-    m_bench->window.onAddTab();
-    TrussView* canvas = m_bench->canvas();
+    m_test->window.onAddTab();
+    TrussView* canvas = m_test->canvas();
     QTest::mousePress(canvas, Qt::LeftButton, {}, QPoint(canvas->marginX, canvas->height() / 2));
     QVERIFY(canvas->isDragging());
     press(Qt::Key_PageUp, Qt::ControlModifier);
     press(Qt::Key_T, Qt::ControlModifier);
     press(Qt::Key_I, Qt::ControlModifier);
-    QCOMPARE(m_bench->window.currentProjectIndex, 1);
-    QCOMPARE(m_bench->tabBar()->count(), 2);
+    QCOMPARE(m_test->window.currentProjectIndex, 1);
+    QCOMPARE(m_test->tabBar()->count(), 2);
     QCOMPARE(page(), 0);
     QTest::mouseRelease(canvas, Qt::LeftButton);
     press(Qt::Key_PageUp, Qt::ControlModifier);
-    QCOMPARE(m_bench->window.currentProjectIndex, 0);
+    QCOMPARE(m_test->window.currentProjectIndex, 0);
 }
 
 void TestShortcuts::tips_tellTheKeys_data()
@@ -263,11 +263,11 @@ void TestShortcuts::tips_tellTheKeys()
 {
     QFETCH(QString, button);
     QFETCH(QString, key);
-    const QString tip = m_bench->button(button)->toolTip();
+    const QString tip = m_test->button(button)->toolTip();
     QVERIFY2(tip.endsWith(key), qUtf8Printable(tip));
     for (const auto& told : {u"Ctrl+RePág"_s, u"Ctrl+AvPág"_s, u"F2"_s})
-        QVERIFY(m_bench->tabBar()->toolTip().contains(told));
-    QVERIFY(m_bench->label("hyperstaticWarning")->toolTip().endsWith(u"(F8)"_s));
+        QVERIFY(m_test->tabBar()->toolTip().contains(told));
+    QVERIFY(m_test->label("hyperstaticWarning")->toolTip().endsWith(u"(F8)"_s));
 }
 
 void TestShortcuts::tabMenu_tellsItsKey()
@@ -281,7 +281,7 @@ void TestShortcuts::tabMenu_tellsItsKey()
         }
         open.close();
     });
-    emit m_bench->tabBar()->customContextMenuRequested(m_bench->tabBar()->tabRect(0).center());
+    emit m_test->tabBar()->customContextMenuRequested(m_test->tabBar()->tabRect(0).center());
     QVERIFY(menu.given());
     QCOMPARE(keys.value(u"Renombrar"_s), QKeySequence(Qt::Key_F2));
     QCOMPARE(keys.value(u"Cerrar Pestaña"_s), QKeySequence());
@@ -289,8 +289,8 @@ void TestShortcuts::tabMenu_tellsItsKey()
 
 void TestShortcuts::canvasMenus_tellTheirKey()
 {
-    m_bench->hangLoad(100.0F, 3.0F);
-    TrussView* canvas = m_bench->canvas();
+    m_test->hangLoad(100.0F, 3.0F);
+    TrussView* canvas = m_test->canvas();
     const int line = canvas->height() / 2;
     const int quarter = canvas->marginX + (canvas->width() - 2 * canvas->marginX) / 4;
     for (const QPoint& point : {QPoint(canvas->marginX, line), QPoint(quarter, line + 10)}) {

@@ -56,11 +56,11 @@ class TestStartup : public QObject
 private slots:
     void init()
     {
-        m_bench.emplace();
+        m_test.emplace();
     }
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void members_haveTheirStartValues();
@@ -98,12 +98,12 @@ private slots:
     void size_followsTheScreen();
 
 private:
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestStartup::members_haveTheirStartValues()
 {
-    const MainWindow& window = m_bench->window;
+    const MainWindow& window = m_test->window;
     QCOMPARE(window.projects.size(), 1);
     QCOMPARE(window.projects.constFirst().tabName, u"Proyecto 1"_s);
     QCOMPARE(window.currentProjectIndex, 0);
@@ -168,7 +168,7 @@ void TestStartup::slotsAreDeclaredInOrder()
 
 void TestStartup::titleAndNames_areSet()
 {
-    const MainWindow& window = m_bench->window;
+    const MainWindow& window = m_test->window;
     QCOMPARE(window.windowTitle(), u"Velmora Master v2.0 - Engineering Structural Simulation"_s);
     QCOMPARE(window.objectName(), u"MainWindow"_s);
     QVERIFY(!window.windowIcon().isNull());
@@ -178,14 +178,14 @@ void TestStartup::titleAndNames_areSet()
 
 void TestStartup::pages_designIsShownFirst()
 {
-    const auto* pages = qobject_cast<QStackedWidget*>(m_bench->window.centralWidget());
+    const auto* pages = qobject_cast<QStackedWidget*>(m_test->window.centralWidget());
     QCOMPARE(pages->count(), 2);
     QCOMPARE(pages->currentIndex(), 0);
     const auto* design = qobject_cast<QScrollArea*>(pages->widget(0));
     QVERIFY(design != nullptr);
     QVERIFY(design->widgetResizable());
     QCOMPARE(design->frameStyle(), 0);
-    QVERIFY(pages->widget(0)->isAncestorOf(m_bench->canvas()));
+    QVERIFY(pages->widget(0)->isAncestorOf(m_test->canvas()));
 }
 
 void TestStartup::fields_readShortNumbersAtStart_data()
@@ -218,38 +218,38 @@ void TestStartup::fields_readShortNumbersAtStart()
     QFETCH(QByteArray, name);
     QFETCH(QString, label);
     QFETCH(QString, text);
-    const QLineEdit* field = m_bench->field(name.constData());
+    const QLineEdit* field = m_test->field(name.constData());
     QCOMPARE(field->text(), text);
-    QCOMPARE(labelOf(m_bench->window, field), label);
+    QCOMPARE(labelOf(m_test->window, field), label);
     QCOMPARE(field->styleSheet(), QString());
 }
 
 void TestStartup::fields_readFixedDecimalsAfterARestore()
 {
-    const LoadLogic::ProjectState state = m_bench->window.captureCurrentState();
-    m_bench->window.restoreProjectState(state);
-    QCOMPARE(m_bench->text("trussLength"), u"12.0"_s);
-    QCOMPARE(m_bench->text("trussWeight"), u"8.4"_s);
-    QCOMPARE(m_bench->text("limitCPL"), u"1600"_s);
-    QCOMPARE(m_bench->text("screenWidth"), u"4.00"_s);
-    QCOMPARE(m_bench->text("screenHeight"), u"3.00"_s);
-    QCOMPARE(m_bench->text("screenWeightM2"), u"40.0"_s);
-    QCOMPARE(m_bench->text("bumperWeight"), u"10.0"_s);
-    QCOMPARE(m_bench->text("cablePercent"), u"7.0"_s);
-    QCOMPARE(m_bench->text("newLoadMass"), u"5"_s);
+    const LoadLogic::ProjectState state = m_test->window.captureCurrentState();
+    m_test->window.restoreProjectState(state);
+    QCOMPARE(m_test->text("trussLength"), u"12.0"_s);
+    QCOMPARE(m_test->text("trussWeight"), u"8.4"_s);
+    QCOMPARE(m_test->text("limitCPL"), u"1600"_s);
+    QCOMPARE(m_test->text("screenWidth"), u"4.00"_s);
+    QCOMPARE(m_test->text("screenHeight"), u"3.00"_s);
+    QCOMPARE(m_test->text("screenWeightM2"), u"40.0"_s);
+    QCOMPARE(m_test->text("bumperWeight"), u"10.0"_s);
+    QCOMPARE(m_test->text("cablePercent"), u"7.0"_s);
+    QCOMPARE(m_test->text("newLoadMass"), u"5"_s);
 }
 
 void TestStartup::countBoxes_goFrom1To100AndRead1()
 {
     for (const char* name : {"loadCount", "screenCount"}) {
-        const QSpinBox* box = m_bench->box(name);
+        const QSpinBox* box = m_test->box(name);
         QCOMPARE(box->minimum(), 1);
         QCOMPARE(box->maximum(), 100);
         QCOMPARE(box->value(), 1);
-        QCOMPARE(labelOf(m_bench->window, box), u"Cant:"_s);
+        QCOMPARE(labelOf(m_test->window, box), u"Cant:"_s);
     }
-    QCOMPARE(packed(m_bench->box("loadCount")->styleSheet()), u"color:white;background:#333;"_s);
-    QCOMPARE(packed(m_bench->box("screenCount")->styleSheet()),
+    QCOMPARE(packed(m_test->box("loadCount")->styleSheet()), u"color:white;background:#333;"_s);
+    QCOMPARE(packed(m_test->box("screenCount")->styleSheet()),
              u"color:#00FFFF;background:#333;font-weight:bold;"_s);
 }
 
@@ -275,7 +275,7 @@ void TestStartup::validators_boundTheFields()
     QFETCH(double, bottom);
     QFETCH(double, top);
     const auto* validator =
-        qobject_cast<const QDoubleValidator*>(m_bench->field(name.constData())->validator());
+        qobject_cast<const QDoubleValidator*>(m_test->field(name.constData())->validator());
     QVERIFY(validator != nullptr);
     QCOMPARE(validator->bottom(), bottom);
     QCOMPARE(validator->top(), top);
@@ -286,12 +286,12 @@ void TestStartup::screenFields_haveNoValidator()
 {
     for (const char* name : {"screenWidth", "screenHeight", "screenWeightM2", "bumperWeight", "cablePercent",
                              "newLoadName", "motorName", "loadName"})
-        QVERIFY2(m_bench->field(name)->validator() == nullptr, name);
+        QVERIFY2(m_test->field(name)->validator() == nullptr, name);
 }
 
 void TestStartup::integerField_keepsATypedPoint()
 {
-    QLineEdit* mass = m_bench->field("newLoadMass");
+    QLineEdit* mass = m_test->field("newLoadMass");
     const auto* validator = qobject_cast<const QIntValidator*>(mass->validator());
     QVERIFY(validator != nullptr);
     QCOMPARE(validator->bottom(), 0);
@@ -303,9 +303,9 @@ void TestStartup::integerField_keepsATypedPoint()
 
 void TestStartup::panelsAndWarning_areHiddenAtStart()
 {
-    QVERIFY(m_bench->motorPanel()->isHidden());
-    QVERIFY(m_bench->loadPanel()->isHidden());
-    const QLabel* warning = m_bench->label("hyperstaticWarning");
+    QVERIFY(m_test->motorPanel()->isHidden());
+    QVERIFY(m_test->loadPanel()->isHidden());
+    const QLabel* warning = m_test->label("hyperstaticWarning");
     QVERIFY(warning->isHidden());
     QCOMPARE(warning->text(),
              u"⚠️ SISTEMA HIPERESTÁTICO: La distribución real depende del nivelado perfecto."_s);
@@ -318,7 +318,7 @@ void TestStartup::panelsAndWarning_areHiddenAtStart()
 // 1.07 × (10 × 4 + 3 × 4 × 40) = 1.07 × 520 = 556.4
 void TestStartup::screenWeight_isShownAtStart()
 {
-    const QLabel* weight = m_bench->label("screenWeight");
+    const QLabel* weight = m_test->label("screenWeight");
     QCOMPARE(weight->text(), u"Peso Total Array: 556.4 kg (+7.0% cable)"_s);
     QCOMPARE(packed(weight->styleSheet()), u"color:#00FFFF;font-weight:bold;"_s);
     QVERIFY(qAbs(LoadLogic::LED_TotalWeight - 556.4F) < 1e-3F);
@@ -328,8 +328,8 @@ void TestStartup::screenWeight_isShownAtStart()
 void TestStartup::stress_isCalculatedAtStart()
 {
     QCOMPARE(LoadLogic::TrussStress_Percentage, 3.15F);
-    QCOMPARE(m_bench->label("stressLabel")->text(), u"Estrés Estructural: 3%"_s);
-    QCOMPARE(m_bench->stressBar()->value(), 3);
+    QCOMPARE(m_test->label("stressLabel")->text(), u"Estrés Estructural: 3%"_s);
+    QCOMPARE(m_test->stressBar()->value(), 3);
 }
 
 void TestStartup::headerButtons_haveTheirSheetsAndSizes_data()
@@ -358,7 +358,7 @@ void TestStartup::headerButtons_haveTheirSheetsAndSizes()
     QFETCH(QString, accent);
     QFETCH(QString, background);
     QFETCH(QString, hoverText);
-    const QPushButton* button = m_bench->button(QString::fromUtf8(QTest::currentDataTag()));
+    const QPushButton* button = m_test->button(QString::fromUtf8(QTest::currentDataTag()));
     QCOMPARE(button->minimumSize(), QSize(width, 30));
     QCOMPARE(button->maximumSize(), QSize(width, 30));
     QCOMPARE(button->cursor().shape(), Qt::PointingHandCursor);
@@ -371,7 +371,7 @@ void TestStartup::headerButtons_haveTheirSheetsAndSizes()
 
 void TestStartup::header_standsInOrder()
 {
-    auto* row = qobject_cast<QHBoxLayout*>(layoutOf(m_bench->button(u"📂 ABRIR"_s)));
+    auto* row = qobject_cast<QHBoxLayout*>(layoutOf(m_test->button(u"📂 ABRIR"_s)));
     QVERIFY(row != nullptr);
     QCOMPARE(row->contentsMargins(), QMargins());
     QStringList order;
@@ -402,7 +402,7 @@ void TestStartup::header_standsInOrder()
 
 void TestStartup::tabBar_isSetUp()
 {
-    const QTabBar* tabs = m_bench->tabBar();
+    const QTabBar* tabs = m_test->tabBar();
     QCOMPARE(tabs->count(), 1);
     QCOMPARE(tabs->tabText(0), u"Proyecto 1"_s);
     QVERIFY(tabs->tabsClosable());
@@ -419,7 +419,7 @@ void TestStartup::tabBar_isSetUp()
 
 void TestStartup::addTabButton_hasItsSheetAndSize()
 {
-    const QPushButton* add = m_bench->button(u"+"_s);
+    const QPushButton* add = m_test->button(u"+"_s);
     QCOMPARE(add->minimumSize(), QSize(30, 30));
     QCOMPARE(add->maximumSize(), QSize(30, 30));
     QCOMPARE(add->cursor().shape(), Qt::PointingHandCursor);
@@ -430,11 +430,11 @@ void TestStartup::addTabButton_hasItsSheetAndSize()
 
 void TestStartup::rows_haveTheirMargins()
 {
-    const auto* tabRow = qobject_cast<QHBoxLayout*>(layoutOf(m_bench->tabBar()));
+    const auto* tabRow = qobject_cast<QHBoxLayout*>(layoutOf(m_test->tabBar()));
     QCOMPARE(tabRow->contentsMargins(), QMargins(0, 5, 0, 0));
     QCOMPARE(tabRow->spacing(), 5);
-    QCOMPARE(tabRow->itemAt(0)->widget(), m_bench->tabBar());
-    QCOMPARE(tabRow->itemAt(1)->widget(), m_bench->button(u"+"_s));
+    QCOMPARE(tabRow->itemAt(0)->widget(), m_test->tabBar());
+    QCOMPARE(tabRow->itemAt(1)->widget(), m_test->button(u"+"_s));
 
     const auto* column = qobject_cast<QVBoxLayout*>(layoutOf(tabRow->parentWidget()));
     QCOMPARE(column->contentsMargins(), QMargins());
@@ -450,15 +450,15 @@ void TestStartup::rows_haveTheirMargins()
 
 void TestStartup::canvasColumn_holdsWarningCanvasAndReport()
 {
-    const auto* column = qobject_cast<QVBoxLayout*>(layoutOf(m_bench->canvas()));
+    const auto* column = qobject_cast<QVBoxLayout*>(layoutOf(m_test->canvas()));
     QCOMPARE(column->contentsMargins(), QMargins());
     QCOMPARE(column->spacing(), 10);
-    QCOMPARE(column->itemAt(0)->widget(), m_bench->label("hyperstaticWarning"));
-    QCOMPARE(column->itemAt(1)->widget(), m_bench->canvas());
+    QCOMPARE(column->itemAt(0)->widget(), m_test->label("hyperstaticWarning"));
+    QCOMPARE(column->itemAt(1)->widget(), m_test->canvas());
     QCOMPARE(column->stretch(1), 1);
-    QCOMPARE(m_bench->canvas()->minimumHeight(), 400);
+    QCOMPARE(m_test->canvas()->minimumHeight(), 400);
 
-    const QPushButton* report = m_bench->button(u"📊 GENERAR INFORME ESTRUCTURAL"_s);
+    const QPushButton* report = m_test->button(u"📊 GENERAR INFORME ESTRUCTURAL"_s);
     QCOMPARE(column->itemAt(2)->widget(), report);
     QCOMPARE(report->minimumHeight(), 45);
     QCOMPARE(report->maximumHeight(), 45);
@@ -471,11 +471,11 @@ void TestStartup::canvasColumn_holdsWarningCanvasAndReport()
 
 void TestStartup::controlColumn_holdsPanelsAndGroupsInOrder()
 {
-    const auto* column = qobject_cast<QVBoxLayout*>(layoutOf(m_bench->motorPanel()));
+    const auto* column = qobject_cast<QVBoxLayout*>(layoutOf(m_test->motorPanel()));
     QCOMPARE(column->contentsMargins(), QMargins(0, 0, 5, 0));
     QCOMPARE(column->spacing(), 12);
-    QCOMPARE(column->itemAt(0)->widget(), m_bench->motorPanel());
-    QCOMPARE(column->itemAt(1)->widget(), m_bench->loadPanel());
+    QCOMPARE(column->itemAt(0)->widget(), m_test->motorPanel());
+    QCOMPARE(column->itemAt(1)->widget(), m_test->loadPanel());
     QStringList titles;
     for (int i = 2; i < 5; ++i)
         titles.append(qobject_cast<QGroupBox*>(column->itemAt(i)->widget())->title());
@@ -483,7 +483,7 @@ void TestStartup::controlColumn_holdsPanelsAndGroupsInOrder()
     QVERIFY(column->itemAt(5)->spacerItem() != nullptr);
 
     const auto* area =
-        qobject_cast<QScrollArea*>(m_bench->motorPanel()->parentWidget()->parentWidget()->parentWidget());
+        qobject_cast<QScrollArea*>(m_test->motorPanel()->parentWidget()->parentWidget()->parentWidget());
     QVERIFY(area != nullptr);
     QVERIFY(area->widgetResizable());
     QCOMPARE(area->frameStyle(), 0);
@@ -507,8 +507,8 @@ void TestStartup::panels_haveTheirFramesAndTitles()
                  u"color:%1;font-weight:bold;font-size:12px;border:none;"_s.arg(accent));
         QVERIFY(qobject_cast<QFormLayout*>(layout->itemAt(1)->layout()) != nullptr);
     };
-    check(m_bench->motorPanel(), u"#FFAF00"_s, u"Propiedades Motor (M1)"_s);
-    check(m_bench->loadPanel(), u"#00BFFF"_s, u"Propiedades Carga"_s);
+    check(m_test->motorPanel(), u"#FFAF00"_s, u"Propiedades Motor (M1)"_s);
+    check(m_test->loadPanel(), u"#00BFFF"_s, u"Propiedades Carga"_s);
 }
 
 void TestStartup::deleteButtons_haveTheirSheets_data()
@@ -521,7 +521,7 @@ void TestStartup::deleteButtons_haveTheirSheets_data()
 void TestStartup::deleteButtons_haveTheirSheets()
 {
     QFETCH(QString, text);
-    const QPushButton* button = m_bench->button(text);
+    const QPushButton* button = m_test->button(text);
     QCOMPARE(button->minimumHeight(), 28);
     QCOMPARE(button->maximumHeight(), 28);
     QCOMPARE(button->cursor().shape(), Qt::PointingHandCursor);
@@ -532,17 +532,17 @@ void TestStartup::deleteButtons_haveTheirSheets()
 
 void TestStartup::controlsGroup_hasItsFieldsAndSheets()
 {
-    QCOMPARE(m_bench->field("newLoadName")->placeholderText(), u"Nombre..."_s);
-    const QLabel* label = m_bench->label("stressLabel");
+    QCOMPARE(m_test->field("newLoadName")->placeholderText(), u"Nombre..."_s);
+    const QLabel* label = m_test->label("stressLabel");
     QCOMPARE(packed(label->styleSheet()), u"color:#39FF14;font-weight:bold;margin-top:5px;"_s);
-    const QProgressBar* bar = m_bench->stressBar();
+    const QProgressBar* bar = m_test->stressBar();
     QCOMPARE(bar->minimum(), 0);
     QCOMPARE(bar->maximum(), 100);
     QVERIFY(!bar->isTextVisible());
     QCOMPARE(bar->minimumHeight(), 12);
     QCOMPARE(bar->maximumHeight(), 12);
     for (const QString& text : {u"+ Motor"_s, u"+ Carga"_s}) {
-        const QPushButton* button = m_bench->button(text);
+        const QPushButton* button = m_test->button(text);
         QCOMPARE(button->minimumHeight(), 35);
         QCOMPARE(button->maximumHeight(), 35);
         QCOMPARE(button->styleSheet(), QString());
@@ -552,7 +552,7 @@ void TestStartup::controlsGroup_hasItsFieldsAndSheets()
 
 void TestStartup::screenGroup_standsInItsGrid()
 {
-    QPushButton* add = m_bench->button(u"AÑADIR PANTALLA"_s);
+    QPushButton* add = m_test->button(u"AÑADIR PANTALLA"_s);
     QCOMPARE(add->objectName(), u"addScreenButton"_s);
     QCOMPARE(add->minimumHeight(), 40);
     QCOMPARE(add->maximumHeight(), 40);
@@ -562,18 +562,18 @@ void TestStartup::screenGroup_standsInItsGrid()
     const auto at = [grid](int row, int column) { return grid->itemAtPosition(row, column)->widget(); };
     int row = 0;
     for (const char* name : {"screenWidth", "screenHeight", "screenWeightM2", "bumperWeight", "cablePercent"})
-        QCOMPARE(at(row++, 1), static_cast<QWidget*>(m_bench->field(name)));
-    QCOMPARE(at(5, 1), static_cast<QWidget*>(m_bench->box("screenCount")));
+        QCOMPARE(at(row++, 1), static_cast<QWidget*>(m_test->field(name)));
+    QCOMPARE(at(5, 1), static_cast<QWidget*>(m_test->box("screenCount")));
     for (const int column : {0, 1}) {
-        QCOMPARE(at(6, column), static_cast<QWidget*>(m_bench->label("screenWeight")));
+        QCOMPARE(at(6, column), static_cast<QWidget*>(m_test->label("screenWeight")));
         QCOMPARE(at(7, column), static_cast<QWidget*>(add));
     }
-    QVERIFY(m_bench->label("screenWeight")->alignment().testFlag(Qt::AlignHCenter));
+    QVERIFY(m_test->label("screenWeight")->alignment().testFlag(Qt::AlignHCenter));
 }
 
 void TestStartup::blink_invertsEvery500ms()
 {
-    MainWindow& window = m_bench->window;
+    MainWindow& window = m_test->window;
     QCOMPARE(window.blinkTimer->interval(), 500);
     QVERIFY(window.blinkTimer->isActive());
     QVERIFY(!window.blinkTimer->isSingleShot());
@@ -582,15 +582,15 @@ void TestStartup::blink_invertsEvery500ms()
     QSignalSpy beats(window.blinkTimer, &QTimer::timeout);
     QVERIFY(beats.wait(2000));
     QVERIFY(window.blinkOn);
-    QVERIFY(m_bench->canvas()->blinkOn);
+    QVERIFY(m_test->canvas()->blinkOn);
     QVERIFY(beats.wait(2000));
     QVERIFY(!window.blinkOn);
-    QVERIFY(!m_bench->canvas()->blinkOn);
+    QVERIFY(!m_test->canvas()->blinkOn);
 }
 
 void TestStartup::undoKeys_haveWindowContext()
 {
-    const auto shortcuts = m_bench->window.findChildren<QShortcut*>();
+    const auto shortcuts = m_test->window.findChildren<QShortcut*>();
     QCOMPARE(shortcuts.size(), 1);
     QCOMPARE(shortcuts.constFirst()->key(), QKeySequence(u"Ctrl+Z"_s));
     QCOMPARE(shortcuts.constFirst()->context(), Qt::WindowShortcut);
@@ -598,26 +598,26 @@ void TestStartup::undoKeys_haveWindowContext()
 
 void TestStartup::buttons_areWired()
 {
-    const MainWindow& window = m_bench->window;
-    m_bench->button(u"+ Motor"_s)->click();
+    const MainWindow& window = m_test->window;
+    m_test->button(u"+ Motor"_s)->click();
     QCOMPARE(LoadLogic::MotorList.size(), 3);
-    m_bench->button(u"+ Carga"_s)->click();
+    m_test->button(u"+ Carga"_s)->click();
     QCOMPARE(LoadLogic::ActiveLoads.size(), 1);
-    m_bench->button(u"AÑADIR PANTALLA"_s)->click();
+    m_test->button(u"AÑADIR PANTALLA"_s)->click();
     QCOMPARE(LoadLogic::ActiveLoads.size(), 9); // 4 m of screen: 8 segments
-    m_bench->button(u"↩️ DESHACER"_s)->click();
+    m_test->button(u"↩️ DESHACER"_s)->click();
     QCOMPARE(LoadLogic::ActiveLoads.size(), 1);
 
-    m_bench->button(u"+"_s)->click();
+    m_test->button(u"+"_s)->click();
     QCOMPARE(window.projects.size(), 2);
-    m_bench->button(u"📊 GENERAR INFORME ESTRUCTURAL"_s)->click();
+    m_test->button(u"📊 GENERAR INFORME ESTRUCTURAL"_s)->click();
     QCOMPARE(qobject_cast<QStackedWidget*>(window.centralWidget())->currentIndex(), 1);
 }
 
 void TestStartup::size_followsTheScreen()
 {
     const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
-    const MainWindow& window = m_bench->window;
+    const MainWindow& window = m_test->window;
     if (available.height() <= 799) {
         QVERIFY(window.windowState().testFlag(Qt::WindowMaximized));
         return;

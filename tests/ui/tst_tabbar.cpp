@@ -45,8 +45,8 @@ void TestTabBar::plainTitle_isShownAsEver()
 
 void TestTabBar::window_showsItsProjectsOnIt()
 {
-    const Support::Bench bench;
-    QVERIFY(qobject_cast<ProjectTabBar*>(bench.tabBar()) != nullptr);
+    const Support::TestWindow test;
+    QVERIFY(qobject_cast<ProjectTabBar*>(test.tabBar()) != nullptr);
 }
 
 QTEST_MAIN(TestTabBar)

@@ -113,12 +113,12 @@ private slots:
     void initTestCase();
     void init()
     {
-        m_bench.emplace();
-        QVERIFY(m_bench->activate());
+        m_test.emplace();
+        QVERIFY(m_test->activate());
     }
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void designPage_data();
@@ -128,7 +128,7 @@ private slots:
     void dialogs();
 
 private:
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestTabWalk::initTestCase()
@@ -146,30 +146,30 @@ void TestTabWalk::designPage_data()
 void TestTabWalk::designPage()
 {
     QFETCH(QString, panel);
-    const int load = m_bench->hangLoad(10.0F, 3.0F);
-    m_bench->window.keepNotice({Notice::Kind::Names, u"x"_s, u"Dos motores se llaman igual."_s});
-    auto* line = m_bench->window.findChild<NoticeLine*>();
+    const int load = m_test->hangLoad(10.0F, 3.0F);
+    m_test->window.keepNotice({Notice::Kind::Names, u"x"_s, u"Dos motores se llaman igual."_s});
+    auto* line = m_test->window.findChild<NoticeLine*>();
     QTRY_VERIFY(line->isVisible());
     if (panel == u"motor"_s)
-        m_bench->window.showMotorProperties(0);
+        m_test->window.showMotorProperties(0);
     else if (panel == u"load"_s)
-        m_bench->window.showLoadProperties(load);
+        m_test->window.showLoadProperties(load);
     QCoreApplication::processEvents();
-    const QSet<QWidget*> stops = stopsOf(m_bench->window);
-    QVERIFY(stops.contains(m_bench->canvas()));
+    const QSet<QWidget*> stops = stopsOf(m_test->window);
+    QVERIFY(stops.contains(m_test->canvas()));
     QVERIFY(stops.contains(line));
     QVERIFY(stops.size() >= 27);
     QVERIFY2(nameless(stops).isEmpty(), qUtf8Printable(nameless(stops)));
-    const QString left = unreached(m_bench->window);
+    const QString left = unreached(m_test->window);
     QVERIFY2(left.isEmpty(), qUtf8Printable(left));
 }
 
 void TestTabWalk::reportPage()
 {
-    m_bench->window.onGenerateReportClicked();
+    m_test->window.onGenerateReportClicked();
     QCoreApplication::processEvents();
-    QCOMPARE(stopsOf(m_bench->window).size(), 4); // page, table, back, print
-    const QString left = unreached(m_bench->window);
+    QCOMPARE(stopsOf(m_test->window).size(), 4); // page, table, back, print
+    const QString left = unreached(m_test->window);
     QVERIFY2(left.isEmpty(), qUtf8Printable(left));
 }
 

@@ -31,11 +31,11 @@ class TestUndo : public QObject
 private slots:
     void init()
     {
-        m_bench.emplace();
+        m_test.emplace();
     }
     void cleanup()
     {
-        m_bench.reset();
+        m_test.reset();
     }
 
     void capture_readsStaticsFieldsAndSelection();
@@ -66,7 +66,7 @@ private slots:
     void undoKeys_workWithTheFocusOnAButton();
 
 private:
-    std::optional<Support::Bench> m_bench;
+    std::optional<Support::TestWindow> m_test;
 };
 
 void TestUndo::capture_readsStaticsFieldsAndSelection()
@@ -77,18 +77,18 @@ void TestUndo::capture_readsStaticsFieldsAndSelection()
     LoadLogic::LED_TotalWeight = 77.5F;
     LoadLogic::TrussStress_Percentage = 12.5F;
     LoadLogic::isUnstable = true;
-    m_bench->window.isRestoring = true; // the handlers of the fields keep out
-    m_bench->setText("screenWidth", u"6.25"_s);
-    m_bench->setText("screenHeight", u"2.5"_s);
-    m_bench->setText("screenWeightM2", u"33"_s);
-    m_bench->setText("bumperWeight", u"11"_s);
-    m_bench->setText("cablePercent", u"9"_s);
-    m_bench->window.isRestoring = false;
+    m_test->window.isRestoring = true; // the handlers of the fields keep out
+    m_test->setText("screenWidth", u"6.25"_s);
+    m_test->setText("screenHeight", u"2.5"_s);
+    m_test->setText("screenWeightM2", u"33"_s);
+    m_test->setText("bumperWeight", u"11"_s);
+    m_test->setText("cablePercent", u"9"_s);
+    m_test->window.isRestoring = false;
     LoadLogic::Screen_Width = 1.0F; // not what is captured
-    m_bench->window.selectedLoadId = 42;
-    m_bench->window.projectCounter = 123;
+    m_test->window.selectedLoadId = 42;
+    m_test->window.projectCounter = 123;
 
-    const LoadLogic::ProjectState s = m_bench->window.captureCurrentState();
+    const LoadLogic::ProjectState s = m_test->window.captureCurrentState();
     QCOMPARE(s.tabName, u"Proyecto 1"_s);
     QCOMPARE(s.trussLength, 14.5F);
     QCOMPARE(s.trussSelfWeight, 9.5F);
@@ -110,33 +110,33 @@ void TestUndo::capture_readsStaticsFieldsAndSelection()
 void TestUndo::capture_countsTextThatDoesNotParseAsZero()
 {
     for (const QString& text : {u""_s, u"-"_s, u"abc"_s, u"nan"_s, u"inf"_s, u"1e99"_s, u"8,4"_s}) {
-        m_bench->setText("screenWidth", text);
-        QCOMPARE(m_bench->window.captureCurrentState().screenWidth, 0.0F);
+        m_test->setText("screenWidth", text);
+        QCOMPARE(m_test->window.captureCurrentState().screenWidth, 0.0F);
     }
 }
 
 void TestUndo::capture_takesTheNameOfTheTabInTheEngine()
 {
-    m_bench->window.onAddTab();
-    QCOMPARE(m_bench->window.captureCurrentState().tabName, u"Proyecto 2"_s);
-    m_bench->window.currentProjectIndex = 0; // the tab bar stands on the second tab
-    QCOMPARE(m_bench->window.captureCurrentState().tabName, u"Proyecto 1"_s);
-    m_bench->window.currentProjectIndex = 7;
-    QCOMPARE(m_bench->window.captureCurrentState().tabName, u"Proyecto"_s);
-    m_bench->window.currentProjectIndex = 1;
+    m_test->window.onAddTab();
+    QCOMPARE(m_test->window.captureCurrentState().tabName, u"Proyecto 2"_s);
+    m_test->window.currentProjectIndex = 0; // the tab bar stands on the second tab
+    QCOMPARE(m_test->window.captureCurrentState().tabName, u"Proyecto 1"_s);
+    m_test->window.currentProjectIndex = 7;
+    QCOMPARE(m_test->window.captureCurrentState().tabName, u"Proyecto"_s);
+    m_test->window.currentProjectIndex = 1;
 }
 
 void TestUndo::captureAndRestore_giveTheSameProjectBack()
 {
-    m_bench->hangLoad(321.5F, 3.25F);
-    m_bench->addScreen();
-    const LoadLogic::ProjectState before = m_bench->window.captureCurrentState();
+    m_test->hangLoad(321.5F, 3.25F);
+    m_test->addScreen();
+    const LoadLogic::ProjectState before = m_test->window.captureCurrentState();
     LoadLogic::MotorList.clear();
     LoadLogic::ActiveLoads.clear();
     LoadLogic::TrussLength = 3.0F;
-    m_bench->window.restoreProjectState(before);
-    m_bench->window.updateCalculations();
-    const LoadLogic::ProjectState after = m_bench->window.captureCurrentState();
+    m_test->window.restoreProjectState(before);
+    m_test->window.updateCalculations();
+    const LoadLogic::ProjectState after = m_test->window.captureCurrentState();
 
     QCOMPARE(after.trussLength, before.trussLength);
     QCOMPARE(after.loads.size(), before.loads.size());
@@ -165,16 +165,16 @@ void TestUndo::restore_writesFixedDecimals()
     s.bumperWeightPerMeter = 11.0F;
     s.cableWeightPercent = 8.26F;
     s.ledTotalWeight = 99.96F;
-    m_bench->window.restoreProjectState(s);
-    QCOMPARE(m_bench->text("trussLength"), u"14.6"_s);
-    QCOMPARE(m_bench->text("trussWeight"), u"9.0"_s);
-    QCOMPARE(m_bench->text("limitCPL"), u"1235"_s);
-    QCOMPARE(m_bench->text("screenWidth"), u"5.13"_s);
-    QCOMPARE(m_bench->text("screenHeight"), u"2.00"_s);
-    QCOMPARE(m_bench->text("screenWeightM2"), u"33.3"_s);
-    QCOMPARE(m_bench->text("bumperWeight"), u"11.0"_s);
-    QCOMPARE(m_bench->text("cablePercent"), u"8.3"_s);
-    QCOMPARE(m_bench->label("screenWeight")->text(), u"Peso Total Array: 100.0 kg (+8.3% cable)"_s);
+    m_test->window.restoreProjectState(s);
+    QCOMPARE(m_test->text("trussLength"), u"14.6"_s);
+    QCOMPARE(m_test->text("trussWeight"), u"9.0"_s);
+    QCOMPARE(m_test->text("limitCPL"), u"1235"_s);
+    QCOMPARE(m_test->text("screenWidth"), u"5.13"_s);
+    QCOMPARE(m_test->text("screenHeight"), u"2.00"_s);
+    QCOMPARE(m_test->text("screenWeightM2"), u"33.3"_s);
+    QCOMPARE(m_test->text("bumperWeight"), u"11.0"_s);
+    QCOMPARE(m_test->text("cablePercent"), u"8.3"_s);
+    QCOMPARE(m_test->label("screenWeight")->text(), u"Peso Total Array: 100.0 kg (+8.3% cable)"_s);
     QCOMPARE(LoadLogic::LED_TotalWeight, 99.96F);
     QCOMPARE(LoadLogic::TrussLength, 14.56F);
 }
@@ -186,7 +186,7 @@ void TestUndo::restore_leavesTheScreenStaticsAlone()
     s.screenHeight = 9.0F;
     s.screenWeightM2 = 9.0F;
     s.bumperWeightPerMeter = 9.0F;
-    m_bench->window.restoreProjectState(s);
+    m_test->window.restoreProjectState(s);
     QCOMPARE(LoadLogic::Screen_Width, 4.0F);
     QCOMPARE(LoadLogic::Screen_Height, 3.0F);
     QCOMPARE(LoadLogic::Screen_Weight_M2, 40.0F);
@@ -195,11 +195,11 @@ void TestUndo::restore_leavesTheScreenStaticsAlone()
 
 void TestUndo::restore_doesNotCalculate()
 {
-    const int id = m_bench->hangLoad(69.55F, 4.0F);
-    m_bench->window.showLoadProperties(id);
-    const LoadLogic::ProjectState s = m_bench->window.captureCurrentState();
+    const int id = m_test->hangLoad(69.55F, 4.0F);
+    m_test->window.showLoadProperties(id);
+    const LoadLogic::ProjectState s = m_test->window.captureCurrentState();
     const Support::CalculationWatch watch;
-    m_bench->window.restoreProjectState(s);
+    m_test->window.restoreProjectState(s);
     QVERIFY(!watch.calculated());
 }
 
@@ -209,28 +209,28 @@ void TestUndo::restore_pushesNoUndoStep()
     s.trussLength = 20.0F;
     s.trussSelfWeight = 3.0F;
     s.limitCPL = 800.0F;
-    m_bench->window.restoreProjectState(s);
-    QCOMPARE(m_bench->undoDepth(), 0);
-    QVERIFY(!m_bench->window.isRestoring);
-    m_bench->window.isRestoring = true;
-    m_bench->window.pushUndoState();
-    QCOMPARE(m_bench->undoDepth(), 0);
+    m_test->window.restoreProjectState(s);
+    QCOMPARE(m_test->undoDepth(), 0);
+    QVERIFY(!m_test->window.isRestoring);
+    m_test->window.isRestoring = true;
+    m_test->window.pushUndoState();
+    QCOMPARE(m_test->undoDepth(), 0);
 }
 
 void TestUndo::restore_withUnknownSelection_clearsIt()
 {
     LoadLogic::ProjectState s;
     s.selectedLoadId = 4711;
-    m_bench->setText("newLoadMass", u"250"_s);
-    m_bench->window.restoreProjectState(s);
-    QCOMPARE(m_bench->window.selectedLoadId, -1);
-    QCOMPARE(m_bench->text("newLoadMass"), u"5"_s);
-    QCOMPARE(m_bench->text("newLoadName"), u"Carga"_s);
+    m_test->setText("newLoadMass", u"250"_s);
+    m_test->window.restoreProjectState(s);
+    QCOMPARE(m_test->window.selectedLoadId, -1);
+    QCOMPARE(m_test->text("newLoadMass"), u"5"_s);
+    QCOMPARE(m_test->text("newLoadName"), u"Carga"_s);
 }
 
 void TestUndo::restore_ofASelectedLoad_fillsItsFields()
 {
-    LoadLogic::ProjectState s = m_bench->window.captureCurrentState();
+    LoadLogic::ProjectState s = m_test->window.captureCurrentState();
     LoadLogic::ActiveLoad load;
     load.id = 900'001;
     load.mass = 123.45F;
@@ -238,51 +238,51 @@ void TestUndo::restore_ofASelectedLoad_fillsItsFields()
     load.cableWeightPercent = 3.0F;
     s.loads.append(load);
     s.selectedLoadId = load.id;
-    m_bench->window.restoreProjectState(s);
-    QCOMPARE(m_bench->text("newLoadMass"), u"123.4"_s); // the nearest float lies below 123.45
-    QCOMPARE(m_bench->text("newLoadName"), u"Line array"_s);
-    QCOMPARE(m_bench->text("cablePercent"), u"7.0"_s); // no screen: the field is the project's
+    m_test->window.restoreProjectState(s);
+    QCOMPARE(m_test->text("newLoadMass"), u"123.4"_s); // the nearest float lies below 123.45
+    QCOMPARE(m_test->text("newLoadName"), u"Line array"_s);
+    QCOMPARE(m_test->text("cablePercent"), u"7.0"_s); // no screen: the field is the project's
     QCOMPARE(massOf(load.id), 123.45F);
 }
 
 void TestUndo::restore_ofASelectedSegment_showsItsCable()
 {
-    const int id = m_bench->addScreen();
+    const int id = m_test->addScreen();
     for (LoadLogic::ActiveLoad& load : LoadLogic::ActiveLoads)
         load.cableWeightPercent = 12.5F;
-    const LoadLogic::ProjectState s = m_bench->window.captureCurrentState();
-    m_bench->window.restoreProjectState(s);
-    QCOMPARE(m_bench->text("cablePercent"), u"12.5"_s);
-    QCOMPARE(m_bench->window.selectedLoadId, id);
+    const LoadLogic::ProjectState s = m_test->window.captureCurrentState();
+    m_test->window.restoreProjectState(s);
+    QCOMPARE(m_test->text("cablePercent"), u"12.5"_s);
+    QCOMPARE(m_test->window.selectedLoadId, id);
 }
 
 void TestUndo::restore_changesNoMass()
 {
-    const int id = m_bench->addScreen();
+    const int id = m_test->addScreen();
     QVERIFY(isNear(massOf(id), SEGMENT_MASS));
-    m_bench->window.restoreProjectState(m_bench->window.captureCurrentState());
-    QCOMPARE(m_bench->text("newLoadMass"), u"69.6"_s); // shown rounded, kept exact
+    m_test->window.restoreProjectState(m_test->window.captureCurrentState());
+    QCOMPARE(m_test->text("newLoadMass"), u"69.6"_s); // shown rounded, kept exact
     QVERIFY(isNear(massOf(id), SEGMENT_MASS));
 }
 
 void TestUndo::restore_renewsTheRedMarks()
 {
-    const LoadLogic::ProjectState good = m_bench->window.captureCurrentState();
-    m_bench->setText("screenWidth", u"-"_s);
-    m_bench->setText("trussLength", u"0"_s);
-    m_bench->setText("newLoadMass", u""_s);
+    const LoadLogic::ProjectState good = m_test->window.captureCurrentState();
+    m_test->setText("screenWidth", u"-"_s);
+    m_test->setText("trussLength", u"0"_s);
+    m_test->setText("newLoadMass", u""_s);
     for (const char* name : {"screenWidth", "trussLength", "newLoadMass"})
-        QVERIFY2(m_bench->field(name)->styleSheet().contains(u"#FF5555"_s), name);
-    m_bench->window.restoreProjectState(good);
+        QVERIFY2(m_test->field(name)->styleSheet().contains(u"#FF5555"_s), name);
+    m_test->window.restoreProjectState(good);
     for (const char* name : {"screenWidth", "trussLength", "newLoadMass"})
-        QCOMPARE(m_bench->field(name)->styleSheet(), QString());
+        QCOMPARE(m_test->field(name)->styleSheet(), QString());
 }
 
 void TestUndo::undo_onAnEmptyStack_doesNothing()
 {
-    m_bench->hangLoad(10.0F, 1.0F);
+    m_test->hangLoad(10.0F, 1.0F);
     const Support::CalculationWatch watch;
-    m_bench->window.undo();
+    m_test->window.undo();
     QCOMPARE(LoadLogic::ActiveLoads.size(), 1);
     QVERIFY(!watch.calculated());
     LoadLogic::CalcularReacciones();
@@ -292,77 +292,77 @@ void TestUndo::undo_onAnEmptyStack_doesNothing()
 void TestUndo::undo_after25Edits_goesBack20()
 {
     for (int i = 1; i <= 25; ++i)
-        m_bench->setText("trussLength", QString::number(12 + i));
-    QCOMPARE(m_bench->undoDepth(), 20);
+        m_test->setText("trussLength", QString::number(12 + i));
+    QCOMPARE(m_test->undoDepth(), 20);
     for (int i = 1; i <= 20; ++i) {
-        m_bench->window.undo();
+        m_test->window.undo();
         QCOMPARE(LoadLogic::TrussLength, static_cast<float>(37 - i));
     }
-    QCOMPARE(m_bench->undoDepth(), 0);
+    QCOMPARE(m_test->undoDepth(), 0);
     for (int i = 21; i <= 25; ++i)
-        m_bench->window.undo();
+        m_test->window.undo();
     QCOMPARE(LoadLogic::TrussLength, 17.0F);
 }
 
 void TestUndo::undo_restoresAFieldThatDoesNotParse()
 {
-    m_bench->setText("trussWeight", u"10"_s);
-    m_bench->setText("trussLength", u"abc"_s);
-    m_bench->window.undo();
-    QCOMPARE(m_bench->text("trussLength"), u"12.0"_s);
-    QCOMPARE(m_bench->text("trussWeight"), u"8.4"_s);
-    QCOMPARE(m_bench->field("trussLength")->styleSheet(), QString());
+    m_test->setText("trussWeight", u"10"_s);
+    m_test->setText("trussLength", u"abc"_s);
+    m_test->window.undo();
+    QCOMPARE(m_test->text("trussLength"), u"12.0"_s);
+    QCOMPARE(m_test->text("trussWeight"), u"8.4"_s);
+    QCOMPARE(m_test->field("trussLength")->styleSheet(), QString());
 }
 
 void TestUndo::undo_afterDeletingTheSelectedLoad_bringsItBack()
 {
-    const int id = m_bench->hangLoad(250.0F, 4.0F);
-    m_bench->window.showLoadProperties(id);
-    m_bench->window.deleteSelectedLoad();
+    const int id = m_test->hangLoad(250.0F, 4.0F);
+    m_test->window.showLoadProperties(id);
+    m_test->window.deleteSelectedLoad();
     QVERIFY(LoadLogic::ActiveLoads.isEmpty());
-    m_bench->window.undo();
+    m_test->window.undo();
     QCOMPARE(LoadLogic::ActiveLoads.size(), 1);
-    QCOMPARE(m_bench->window.selectedLoadId, id);
-    QCOMPARE(m_bench->text("newLoadMass"), u"250.0"_s);
+    QCOMPARE(m_test->window.selectedLoadId, id);
+    QCOMPARE(m_test->text("newLoadMass"), u"250.0"_s);
 }
 
 void TestUndo::undo_inAnotherTab_restoresThere()
 {
-    m_bench->setText("trussLength", u"20"_s); // pushes the project as it was, of 12 m
-    m_bench->window.onAddMotorClicked();
-    m_bench->window.onAddTab();
-    m_bench->window.undo();
+    m_test->setText("trussLength", u"20"_s); // pushes the project as it was, of 12 m
+    m_test->window.onAddMotorClicked();
+    m_test->window.onAddTab();
+    m_test->window.undo();
     QCOMPARE(LoadLogic::TrussLength, 20.0F); // before "+ Motor", of the first tab
     QCOMPARE(LoadLogic::MotorList.size(), 2);
     QCOMPARE(LoadLogic::MotorList.at(0).selfWeight, 50.0F); // not the 25 kg of a new tab
-    QCOMPARE(m_bench->window.currentProjectIndex, 1);
-    QCOMPARE(m_bench->tabBar()->tabText(1), u"Proyecto 2"_s);
+    QCOMPARE(m_test->window.currentProjectIndex, 1);
+    QCOMPARE(m_test->tabBar()->tabText(1), u"Proyecto 2"_s);
 }
 
 void TestUndo::undo_recalculates()
 {
-    m_bench->window.onAddLoadClicked();
+    m_test->window.onAddLoadClicked();
     const Support::CalculationWatch watch;
-    m_bench->window.undo();
+    m_test->window.undo();
     QVERIFY(watch.calculated());
-    QCOMPARE(m_bench->label("stressLabel")->text(), u"Estrés Estructural: 3%"_s);
+    QCOMPARE(m_test->label("stressLabel")->text(), u"Estrés Estructural: 3%"_s);
 }
 
 void TestUndo::undo_keepsTheMassOfASegment()
 {
-    const int id = m_bench->addScreen();
-    m_bench->window.onAddMotorClicked();
-    m_bench->window.undo();
-    QCOMPARE(m_bench->window.selectedLoadId, id);
+    const int id = m_test->addScreen();
+    m_test->window.onAddMotorClicked();
+    m_test->window.undo();
+    QCOMPARE(m_test->window.selectedLoadId, id);
     QVERIFY(isNear(massOf(id), SEGMENT_MASS));
 }
 
 void TestUndo::tabSwitch_keepsTheMassOfASegment()
 {
-    const int id = m_bench->addScreen();
-    m_bench->window.onAddTab();
-    m_bench->tabBar()->setCurrentIndex(0);
-    QCOMPARE(m_bench->window.selectedLoadId, id);
+    const int id = m_test->addScreen();
+    m_test->window.onAddTab();
+    m_test->tabBar()->setCurrentIndex(0);
+    QCOMPARE(m_test->window.selectedLoadId, id);
     QVERIFY(isNear(massOf(id), SEGMENT_MASS));
     // All eight together are the whole screen again.
     float sum = 0.0F;
@@ -373,31 +373,31 @@ void TestUndo::tabSwitch_keepsTheMassOfASegment()
 
 void TestUndo::tabSwitch_keepsTheUndoStack()
 {
-    m_bench->window.onAddMotorClicked();
-    m_bench->window.onAddTab();
-    QCOMPARE(m_bench->undoDepth(), 1);
-    m_bench->tabBar()->setCurrentIndex(0);
-    QCOMPARE(m_bench->undoDepth(), 1);
+    m_test->window.onAddMotorClicked();
+    m_test->window.onAddTab();
+    QCOMPARE(m_test->undoDepth(), 1);
+    m_test->tabBar()->setCurrentIndex(0);
+    QCOMPARE(m_test->undoDepth(), 1);
 }
 
 void TestUndo::afterASwitch_widthFieldAndStaticDiffer()
 {
-    m_bench->setText("screenWidth", u"6"_s);
-    m_bench->window.onAddTab();
-    QCOMPARE(m_bench->text("screenWidth"), u"4.00"_s);
+    m_test->setText("screenWidth", u"6"_s);
+    m_test->window.onAddTab();
+    QCOMPARE(m_test->text("screenWidth"), u"4.00"_s);
     QCOMPARE(LoadLogic::Screen_Width, 6.0F);
-    m_bench->setText("screenHeight", u"2"_s);
+    m_test->setText("screenHeight", u"2"_s);
     QCOMPARE(LoadLogic::Screen_Width, 4.0F);
 }
 
 void TestUndo::undoKeys_workWithTheFocusInAField()
 {
-    QVERIFY(m_bench->activate());
-    QLineEdit* name = m_bench->field("newLoadName");
+    QVERIFY(m_test->activate());
+    QLineEdit* name = m_test->field("newLoadName");
     name->setFocus();
     QTest::keyClicks(name, u" de prueba"_s); // the field has an undo of its own, which must not come
     const QString typed = name->text();
-    m_bench->window.onAddMotorClicked();
+    m_test->window.onAddMotorClicked();
     QTest::keyClick(name, Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(LoadLogic::MotorList.size(), 2);
     QCOMPARE(name->text(), typed);
@@ -405,20 +405,20 @@ void TestUndo::undoKeys_workWithTheFocusInAField()
 
 void TestUndo::undoKeys_workWithTheFocusInASpinBox()
 {
-    QVERIFY(m_bench->activate());
-    QSpinBox* count = m_bench->box("loadCount");
+    QVERIFY(m_test->activate());
+    QSpinBox* count = m_test->box("loadCount");
     count->setFocus();
-    m_bench->window.onAddMotorClicked();
+    m_test->window.onAddMotorClicked();
     QTest::keyClick(count, Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(LoadLogic::MotorList.size(), 2);
 }
 
 void TestUndo::undoKeys_workWithTheFocusOnAButton()
 {
-    QVERIFY(m_bench->activate());
-    QPushButton* button = m_bench->button(u"+ Motor"_s);
+    QVERIFY(m_test->activate());
+    QPushButton* button = m_test->button(u"+ Motor"_s);
     button->setFocus();
-    m_bench->window.onAddMotorClicked();
+    m_test->window.onAddMotorClicked();
     QTest::keyClick(button, Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(LoadLogic::MotorList.size(), 2);
 }
