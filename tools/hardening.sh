@@ -24,7 +24,7 @@ has '\((FLAGS|FLAGS_1)\).*NOW' "$header" "immediate binding"
 has 'GNU_STACK +[^E]*RW +' "$header" "stack without code"
 has '__stack_chk_fail' "$symbols" "stack protector"
 if [[ -n $commands ]]; then
-    unfortified=$(sed -nE 's/^ *"command": //p' "$commands" | grep -F "/src/" |
+    unfortified=$(sed -nE 's/^ *"command": //p' "$commands" | grep -F -e "-o src/" |
         grep -vcF -e '-D_FORTIFY_SOURCE=2' || true)
     [[ $unfortified -eq 0 ]] || missing+=("source fortification of $unfortified sources")
 fi

@@ -48,8 +48,7 @@ NoticeLine::NoticeLine(QWidget* canvas)
 {
     AccessibleNotice::install();
     setObjectName("noticeLine"_L1);
-    setAttribute(Qt::WA_OpaquePaintEvent); // what it covers need not be painted below it
-    setFocusPolicy(Qt::TabFocus);          // a click takes the keys from no field
+    setFocusPolicy(Qt::TabFocus); // a click takes the keys from no field
     setCursor(Qt::PointingHandCursor);
     hide();
     canvas->installEventFilter(this);

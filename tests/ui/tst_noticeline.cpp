@@ -10,6 +10,7 @@
 #include <QAccessible>
 #include <QHash>
 #include <QInputDialog>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -77,6 +78,7 @@ private slots:
     void savedFile_comesAndGoes();
     void markupInANewProject_isToldUntilTheClick();
     void markupInAnyTab_isToldBeforeTheReport();
+    void secondOfTwoFiles_isSeen();
     void strangeNotice_isHandedOn();
 
 private:
@@ -478,6 +480,25 @@ void TestNoticeLine::markupInAnyTab_isToldBeforeTheReport()
     m_test->window.onPrintReportClicked();
     QVERIFY(box.given());
     QTRY_VERIFY(shown().startsWith(u"«<b>Gira» es código HTML"_s));
+}
+
+// Opened before the first picture, as at the start: the hyperstatic label of the first comes and goes,
+// the canvas moves, and the line stays painted over it while the warnings blink.
+void TestNoticeLine::secondOfTwoFiles_isSeen()
+{
+    const QString examples = QStringLiteral(VELMORA_SOURCE_DIR "/examples/");
+    MainWindow window;
+    window.show();
+    QTimer::singleShot(0, &window, [&] {
+        window.openProjectFiles({examples + u"concierto.rig"_s, examples + u"vuelca.rig"_s});
+    });
+    const auto* line = window.findChild<NoticeLine*>();
+    QTRY_VERIFY(line->isVisible());
+    QVERIFY(line->shown().text.startsWith(u"VUELCA: "_s));
+    QTest::qWait(600);
+    const QImage seen = window.screen()->grabWindow(window.winId()).toImage();
+    const QPoint stripe = line->mapTo(&window, QPoint(1, line->height() / 2));
+    QCOMPARE(seen.pixelColor(stripe), QColor(0xFF, 0x50, 0x50));
 }
 
 void TestNoticeLine::strangeNotice_isHandedOn()
