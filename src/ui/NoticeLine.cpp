@@ -49,6 +49,8 @@ NoticeLine::NoticeLine(QWidget* canvas)
     AccessibleNotice::install();
     setObjectName("noticeLine"_L1);
     setFocusPolicy(Qt::TabFocus); // a click takes the keys from no field
+    // Not opaque, though it is: once the canvas has been moved, Qt paints it whole one time, and would then
+    // take an opaque line over it for painted.
     setCursor(Qt::PointingHandCursor);
     hide();
     canvas->installEventFilter(this);

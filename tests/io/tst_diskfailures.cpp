@@ -49,17 +49,17 @@ struct Fault
     int seen = 0;
 };
 
-Fault fault;
+Fault current;
 ino_t syncedFolder = 0; ///< the last one
 
 bool fails(Call call)
 {
-    if (fault.call != call)
+    if (current.call != call)
         return false;
-    ++fault.seen;
-    if (fault.seen < fault.from || fault.seen > fault.to)
+    ++current.seen;
+    if (current.seen < current.from || current.seen > current.to)
         return false;
-    errno = fault.error;
+    errno = current.error;
     return true;
 }
 
@@ -103,7 +103,7 @@ int close(int descriptor)
     const int result = static_cast<int>(syscall(SYS_close, descriptor));
     if (!isTold)
         return result;
-    errno = fault.error;
+    errno = current.error;
     return -1;
 }
 
@@ -132,11 +132,11 @@ class FailingDisk
 public:
     explicit FailingDisk(const Fault& wanted)
     {
-        fault = wanted;
+        current = wanted;
     }
     ~FailingDisk()
     {
-        fault = Fault();
+        current = Fault();
     }
     FailingDisk(const FailingDisk&) = delete;
     FailingDisk& operator=(const FailingDisk&) = delete;
@@ -202,7 +202,7 @@ private:
     {
         const FailingDisk disk(wanted);
         const bool saved = SafeFile::save(path(u"gira.rig"_s), NEW, path(u"copias"_s));
-        m_seen = fault.seen;
+        m_seen = current.seen;
         return saved;
     }
 
