@@ -133,6 +133,7 @@ generate()
 {
     configure "$1" || fail "The configuration of build/$1 failed."
     local folder=$velmora_root/build/$1
+    ninja -C "$folder" build.ninja >/dev/null || fail "The configuration of build/$1 failed."
     local -a made
     mapfile -t made < <(ninja -C "$folder" -t targets all | sed -nE 's,^([^/:]+_autogen|tests/moc/[^:]+): .*,\1,p')
     ninja -C "$folder" "${made[@]}" >"$folder/generate.log" || fail "moc failed (build/$1/generate.log)."
