@@ -38,11 +38,11 @@ bool isThere(const QString& path)
     return info.exists() || info.isSymLink();
 }
 
-/// A new file at `path`; what another program has put there meanwhile is left alone.
+/// A new file at `path`, for this user alone; what another program has put there meanwhile is left alone.
 CalculationSheet::Status create(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner)) {
         return isThere(path) ? CalculationSheet::Status::Exists : CalculationSheet::Status::NotWritten;
     }
     const bool isWritten = file.write(bytes) == bytes.size() && file.flush();
@@ -64,7 +64,9 @@ CalculationSheet::Status writePdf(const CalculationSheet::Request& request, Text
         return Status::NotWritten;
     if (!request.overwrite)
         return create(request.path, bytes);
-    return SafeFile::save(request.path, bytes) ? Status::Written : Status::NotWritten;
+    const bool isWritten =
+        request.isPrivate ? SafeFile::publish(request.path, bytes) : SafeFile::save(request.path, bytes);
+    return isWritten ? Status::Written : Status::NotWritten;
 }
 
 } // namespace

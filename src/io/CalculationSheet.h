@@ -27,6 +27,9 @@ struct Request
     QString version;        ///< of the program
     QDateTime date;         ///< on each page
     bool overwrite = false; ///< the user agreed to replace an existing file
+    /// For this user alone, and a link at the path is replaced itself, as it may be a stranger's in a shared
+    /// folder; false for a file that the user chose like one of their own
+    bool isPrivate = true;
 };
 
 enum class Status

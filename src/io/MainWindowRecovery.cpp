@@ -141,6 +141,8 @@ void MainWindow::recover(RecoveryChoice choice)
     const QList<LoadLogic::ProjectState> chosen =
         isAccepted ? dialog->chosen() : QList<LoadLogic::ProjectState>();
     delete dialog;
+    if (!chosen.isEmpty())
+        onBackToDesignClicked();
     for (const LoadLogic::ProjectState& project : chosen)
         addProject(project);
 }

@@ -60,6 +60,12 @@ QString noticeOf(const RecoveryStore::Left& left)
            + u": recuperar (F9)"_s;
 }
 
+/// Whether `file` holds a session. What cannot be read is nobody's to throw away.
+bool isUnderstood(const SessionFile& file)
+{
+    return RecoveryFile::read(file.path()).failure == Failure::None;
+}
+
 /// Removes what a run that was killed while it wrote has left, when that is older than `limit`.
 void removeUnfinished(const QString& folder, const QDateTime& limit)
 {
@@ -134,7 +140,7 @@ void RecoveryStore::markSeen() const
 {
     QList<SessionFile> files = ownFiles();
     for (SessionFile& file : files) {
-        if (file.state() == State::Open)
+        if (file.state() == State::Open && RecoveryFile::read(file.path()).failure != Failure::Newer)
             file.become(State::Seen);
     }
 }
@@ -148,7 +154,8 @@ void RecoveryStore::removeOld(const QDateTime& now) const
     for (SessionFile& file : files) {
         size += file.size();
         const bool isOld = file.written() < limit;
-        if (isOld || (size > MOST_BYTES && file.state() == State::Ended))
+        const bool isTooMuch = size > MOST_BYTES && file.state() == State::Ended;
+        if (isTooMuch || (isOld && isUnderstood(file)))
             file.remove();
     }
 }

@@ -36,10 +36,11 @@ public: // queries
     [[nodiscard]] static QString reason(RecoveryFile::Failure failure);
 
 public: // commands
-    /// The user was shown everything that is left.
+    /// The user was shown everything that is left. What a later version of the program wrote is for that to
+    /// tell.
     void markSeen() const;
     /// Removes what was written more than 30 days before `now`, and of the sessions that ended as usual
-    /// the oldest where all files take more than 256 MiB.
+    /// the oldest where all files take more than 256 MiB. One that cannot be understood is never too old.
     void removeOld(const QDateTime& now = QDateTime::currentDateTime()) const;
 
 private: // helpers

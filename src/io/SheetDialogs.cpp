@@ -83,6 +83,7 @@ void SheetDialogs::save(QWidget* window, const QList<ProjectState>& projects, co
         return;
     CalculationSheet::Request request = requestOf(projects, path);
     request.overwrite = true;
+    request.isPrivate = false;
     const auto write = [&request] {
         const BusyPointer busy;
         return CalculationSheet::write(request);

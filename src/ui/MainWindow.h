@@ -205,7 +205,7 @@ private: // set-up (MainWindowSetup.cpp)
     void connectControls();
 
 private: // keys (MainWindowKeys.cpp)
-    /// Does `act` on `keys` wherever the focus is in this window.
+    /// Does `act` on `keys` wherever the focus is in this window, unless something hangs on the pointer.
     void onKey(const QKeySequence& keys, const std::function<void()>& act);
     /// Leaves the report page; on the design page, what is selected.
     void leaveOrRelease();

@@ -77,6 +77,7 @@ void MainWindow::changeListed(const RowEdits::Change& change)
     const std::optional<Changed> lists = changed(change);
     if (!lists)
         return;
+    onBackToDesignClicked(); // the report tells what was
     edit([this, &lists] {
         const bool mayBeGone = isLess(*lists);
         LoadLogic::MotorList = lists->motors;

@@ -71,7 +71,6 @@ void MainWindow::startNoticing()
     m_loadPanel->installEventFilter(this);
     onKey(Qt::Key_F8, [this] { openContrast(); });
     onKey(Qt::CTRL | Qt::SHIFT | Qt::Key_P, [this] { onSheetClicked(); });
-    onKey(Qt::CTRL | Qt::Key_L, [this] { openList(); });
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)

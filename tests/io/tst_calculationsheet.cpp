@@ -85,6 +85,7 @@ private slots:
     void manyLoads_makeASmallFile();
     void existingFile_isLeftAlone();
     void existingFile_isReplacedWhereAsked();
+    void newFile_isForItsOwnerAlone();
     void fullDisk_leavesNothing();
     void missingFolder_isTold();
     void fileNames();
@@ -274,6 +275,27 @@ void CalculationSheetTest::existingFile_isReplacedWhereAsked()
     request.overwrite = true;
     QCOMPARE(CalculationSheet::write(request), CalculationSheet::Status::Written);
     QVERIFY(Support::contentOf(path).startsWith("%PDF-"));
+
+    // A link is one of the user's own where the user chose it, and may be a stranger's elsewhere.
+    const QString target = m_folder->filePath(u"ajeno"_s);
+    for (const bool isPrivate : {true, false}) {
+        Support::put(target, "ajeno");
+        QVERIFY(QFile::remove(path));
+        QVERIFY(QFile::link(target, path));
+        request.isPrivate = isPrivate;
+        QCOMPARE(CalculationSheet::write(request), CalculationSheet::Status::Written);
+        QCOMPARE(QFileInfo(path).isSymLink(), !isPrivate);
+        QCOMPARE(Support::contentOf(target) == "ajeno", isPrivate);
+        QVERIFY(Support::contentOf(path).startsWith("%PDF-"));
+    }
+}
+
+void CalculationSheetTest::newFile_isForItsOwnerAlone()
+{
+    const QString path = write({exampleItem(u"pantalla"_s)});
+    const QFile::Permissions others =
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    QVERIFY(!(QFile::permissions(path) & others));
 }
 
 void CalculationSheetTest::fullDisk_leavesNothing()

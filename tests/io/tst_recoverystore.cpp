@@ -233,10 +233,15 @@ void TestRecoveryStore::badFiles_areToldAndLeftAlone()
     QCOMPARE(RecoveryStore::reason(failure), reason);
     QVERIFY(RecoveryStore::lastProjects(store().left()).isEmpty());
     QCOMPARE(Support::contentOf(bad), bytes);
+    store().removeOld(QDateTime::currentDateTime().addDays(100));
+    QCOMPARE(Support::contentOf(bad), bytes);
 
     // One that can be read is told first.
     leave(sessionOf({workOf(u"Dos"_s)}), State::Open, 10);
     QVERIFY(store().notice()->contains(u"29/02/2024"_s));
+    store().markSeen();
+    QCOMPARE(QFile::exists(bad), failure == Failure::Newer);
+    QCOMPARE(store().left().size(), 2);
 }
 
 void TestRecoveryStore::somebodyElsesFile_isToldAndLeftAlone()

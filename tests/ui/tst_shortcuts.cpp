@@ -220,6 +220,8 @@ void TestShortcuts::onTheReportPage_onlySavingAndTheGuideAct()
     press(Qt::Key_PageUp, Qt::ControlModifier);
     press(Qt::Key_F2);
     press(Qt::Key_O, Qt::ControlModifier);
+    press(Qt::Key_L, Qt::ControlModifier);
+    QVERIFY(m_test->window.findChild<QDialog*>(u"listDialog"_s) == nullptr);
     QCOMPARE(m_test->tabBar()->count(), 2);
     QCOMPARE(m_test->window.currentProjectIndex, 1);
     QCOMPARE(page(), 1);
@@ -238,6 +240,9 @@ void TestShortcuts::duringADrag_nothingActs()
     press(Qt::Key_PageUp, Qt::ControlModifier);
     press(Qt::Key_T, Qt::ControlModifier);
     press(Qt::Key_I, Qt::ControlModifier);
+    press(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier); // would wait in a dialog
+    press(Qt::Key_F8);
+    QVERIFY(m_test->window.findChild<QDialog*>(u"contrastDialog"_s) == nullptr);
     QCOMPARE(m_test->window.currentProjectIndex, 1);
     QCOMPARE(m_test->tabBar()->count(), 2);
     QCOMPARE(page(), 0);
