@@ -19,11 +19,6 @@ inline bool operator==(const RowKey& a, const RowKey& b)
 {
     return a.id == b.id && a.nth == b.nth;
 }
-/// The opposite.
-inline bool operator!=(const RowKey& a, const RowKey& b)
-{
-    return !(a == b);
-}
 /// For sets of keys.
 inline size_t qHash(const RowKey& key, size_t seed = 0)
 {
