@@ -13,6 +13,7 @@
 #endif
 
 #include <QDialogButtonBox>
+#include <QStackedWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTreeWidget>
@@ -113,6 +114,7 @@ private slots:
     void usualEnd_isNotTold();
     void recoverLast_ticksTheLastSession();
     void unreadableFiles_cannotBeTicked();
+    void onTheReportPage_theDesignIsShownFirst();
     void copiesOfUnfinishedSaving_comeBack();
     void aFullDisk_isTold();
     void namesOfHostileProjects_arePlainText();
@@ -438,6 +440,22 @@ void TestWindowRecovery::unreadableFiles_cannotBeTicked()
     QVERIFY(!answer.mayOpen);
     QCOMPARE(answer.rows.at(0).at(0), path);
     QCOMPARE(answer.rows.at(0).constLast(), u"El archivo está dañado."_s);
+}
+
+// Old verdicts must not stand beside another project's drawing.
+void TestWindowRecovery::onTheReportPage_theDesignIsShownFirst()
+{
+    keep();
+    m_test->hangLoad(1.0F, 3.0F);
+    crash();
+    const auto* pages = m_test->window.findChild<QStackedWidget*>(u"centralWidget"_s);
+    m_test->window.onGenerateReportClicked();
+    QCOMPARE(pages->currentIndex(), 1);
+    const ListAnswer answer({0});
+    m_test->window.recover(RecoveryChoice::Unclosed);
+    QVERIFY(answer.given());
+    QCOMPARE(m_test->tabBar()->count(), 2);
+    QCOMPARE(pages->currentIndex(), 0);
 }
 
 void TestWindowRecovery::copiesOfUnfinishedSaving_comeBack()
