@@ -1,6 +1,9 @@
 #include "app/Appearance.h"
+#include "canvas/MotorDialog.h"
+#include "canvas/PositionDialog.h"
 #include "engine/ProjectOpinion.h"
 #include "io/RecoveryDialog.h"
+#include "support/Dialogs.h"
 #include "support/Window.h"
 #include "ui/ContrastDialog.h"
 #include "ui/DynamicFactorDialog.h"
@@ -126,8 +129,12 @@ private slots:
     void reportPage();
     void dialogs_data();
     void dialogs();
+    void modalDialogs_data();
+    void modalDialogs();
 
 private:
+    void openModal(const QString& name);
+
     std::optional<Support::TestWindow> m_test;
 };
 
@@ -202,6 +209,44 @@ void TestTabWalk::dialogs()
     QVERIFY2(stops.size() >= 2, qUtf8Printable(names(stops)));
     const QString left = unreached(*dialog);
     QVERIFY2(left.isEmpty(), qUtf8Printable(left));
+}
+
+void TestTabWalk::modalDialogs_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* name : {"position", "motor", "rename", "question", "message", "file"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void TestTabWalk::openModal(const QString& name)
+{
+    MainWindow& window = m_test->window;
+    if (name == u"position"_s)
+        PositionDialog::ask(&window, u"Posición"_s, 3.0F, 12.0F);
+    else if (name == u"motor"_s)
+        MotorDialog(LoadLogic::MotorList.constFirst(), &window).exec();
+    else if (name == u"rename"_s)
+        window.onRenameTab(0);
+    else if (name == u"question"_s)
+        window.onResetProjectClicked();
+    else if (name == u"message"_s)
+        window.openProjectFile(u"/nowhere"_s);
+    else
+        window.onSaveProjectClicked();
+}
+
+void TestTabWalk::modalDialogs()
+{
+    QFETCH(QString, name);
+    QString left = u"never open"_s;
+    const Support::Answer<QDialog> answer([&left](QDialog& dialog) {
+        QApplication::setActiveWindow(&dialog);
+        left = unreached(dialog);
+        dialog.reject();
+    });
+    openModal(name);
+    QVERIFY(answer.given());
+    QCOMPARE(left, QString());
 }
 
 QTEST_MAIN(TestTabWalk)
