@@ -1,6 +1,7 @@
 #include "engine/Figures.h"
 #include "io/RecoveryFile.h"
 #include "io/RecoveryList.h"
+#include "io/RecoveryProject.h"
 #include "io/RecoveryStore.h"
 
 #include <QDir>
@@ -47,7 +48,9 @@ void list(const QByteArray& bytes)
     file.close();
     const RecoveryStore store(folder.path());
     const QList<RecoveryStore::Left> left = store.left();
-    RecoveryStore::lastProjects(left);
+    const QList<ProjectState> worked = RecoveryStore::lastProjects(left);
+    for (const ProjectState& project : worked)
+        Fuzzing::check(!RecoveryProject::isUntouched(project), "somebody worked on what comes back");
     for (const RecoveryEntry& entry : RecoveryList::of({}, left, RecoveryChoice::Last))
         RecoveryList::count(entry.project.loads);
     Fuzzing::check(file.exists(), "looking removes nothing");
