@@ -11,8 +11,6 @@ namespace
 constexpr int GAP = 3;       // between what is framed and the line [px]
 constexpr int THICKNESS = 2; // [px]
 
-const QColor LINE(Qt::white);
-
 } // namespace
 
 SelectionFrame::SelectionFrame(QWidget* canvas)
@@ -82,5 +80,5 @@ void SelectionFrame::announce()
 
 void SelectionFrame::paintEvent(QPaintEvent* /*event*/)
 {
-    QPainter(this).fillRect(rect(), LINE);
+    QPainter(this).fillRect(rect(), Qt::white);
 }

@@ -17,5 +17,6 @@ public: // overrides
 
 signals:
     /// What stands in the editor changed: `objection` says why it is not taken, nothing where it is.
-    void objected(const QString& objection) const;
+    /// Const, as is the function in which editors are made.
+    void objected(const QString& objection) const; // clazy:exclude=const-signal-or-slot
 };

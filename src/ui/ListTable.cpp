@@ -105,7 +105,7 @@ QList<int> ListTable::selectedViewRows() const
             rows.append(row);
     }
     std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    rows.resize(std::distance(rows.begin(), std::unique(rows.begin(), rows.end())));
     return rows;
 }
 
