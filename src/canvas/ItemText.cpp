@@ -1,6 +1,5 @@
 #include "canvas/ItemText.h"
 
-#include "engine/Limits.h"
 #include "engine/Numbers.h"
 
 #include <QStringList>
@@ -27,25 +26,7 @@ QString lineOf(const QString& text)
         text.size() > LONGEST_WHOLE_LINE ? u"pre-wrap"_s : u"pre"_s, text.toHtmlEscaped());
 }
 
-QString kilograms(float mass)
-{
-    return Numbers::fixed(mass, 1) + u" kg"_s;
-}
-
-QString verdictOf(const Motor& motor)
-{
-    if (std::isnan(Limits::dynamicLoad(motor.staticLoad, motor.selfWeight)))
-        return u"la carga no se puede calcular"_s;
-    switch (Limits::motorVerdict(motor.staticLoad, motor.selfWeight, motor.capacity)) {
-    case Limits::MotorVerdict::StaticOverload:
-        return u"EXCESO ESTÁTICO"_s;
-    case Limits::MotorVerdict::DynamicOverload:
-        return u"EXCESO DINÁMICO"_s;
-    case Limits::MotorVerdict::Fits:
-        break;
-    }
-    return u"OK"_s;
-}
+using ItemText::kilograms;
 
 /// Of the whole truss, as in the reports; a stress that is not a number is none to trust.
 QString verdictOf(const Rating& rating)
@@ -55,9 +36,11 @@ QString verdictOf(const Rating& rating)
 
 QString figuresOf(const Motor& motor)
 {
-    return kilograms(motor.staticLoad) + u", dinámica "_s
-           + kilograms(Limits::dynamicLoad(motor.staticLoad, motor.selfWeight)) + u" de "_s
-           + kilograms(motor.capacity) + u", "_s + verdictOf(motor);
+    const float dynamicLoad = Limits::dynamicLoad(motor.staticLoad, motor.selfWeight);
+    const Limits::MotorVerdict verdict =
+        Limits::motorVerdict(motor.staticLoad, motor.selfWeight, motor.capacity);
+    return kilograms(motor.staticLoad) + u", dinámica "_s + kilograms(dynamicLoad) + u" de "_s
+           + kilograms(motor.capacity) + u", "_s + ItemText::verdict(verdict, dynamicLoad);
 }
 
 QString figuresOfArray(const Scene& scene, int groupId)
@@ -75,6 +58,26 @@ QString figuresOfArray(const Scene& scene, int groupId)
 }
 
 } // namespace
+
+QString ItemText::kilograms(float mass)
+{
+    return Numbers::fixed(mass, 1) + u" kg"_s;
+}
+
+QString ItemText::verdict(Limits::MotorVerdict verdict, float dynamicLoad)
+{
+    if (std::isnan(dynamicLoad))
+        return u"la carga no se puede calcular"_s;
+    switch (verdict) {
+    case Limits::MotorVerdict::StaticOverload:
+        return u"EXCESO ESTÁTICO"_s;
+    case Limits::MotorVerdict::DynamicOverload:
+        return u"EXCESO DINÁMICO"_s;
+    case Limits::MotorVerdict::Fits:
+        break;
+    }
+    return u"OK"_s;
+}
 
 QString ItemText::title(const Scene& scene, const CanvasItem& item)
 {

@@ -1,5 +1,6 @@
 #include "ui/ProjectDescription.h"
 
+#include "canvas/ItemText.h"
 #include "engine/Arrays.h"
 #include "engine/Figures.h"
 #include "engine/Numbers.h"
@@ -7,12 +8,12 @@
 #include <QHash>
 #include <QStringList>
 
-#include <cmath>
-
 using namespace Qt::StringLiterals;
 
 namespace
 {
+
+using ItemText::kilograms;
 
 /// Nobody listens to more of a kind.
 constexpr qsizetype MOST_TOLD = 20;
@@ -20,27 +21,6 @@ constexpr qsizetype MOST_TOLD = 20;
 QString counted(qsizetype count, const QString& one, const QString& many)
 {
     return QString::number(count) + u' ' + (count == 1 ? one : many);
-}
-
-QString kilograms(float mass)
-{
-    return Numbers::fixed(mass, 1) + u" kg"_s;
-}
-
-/// As the report says it, without the emoji.
-QString verdictOf(const Figures::MotorFigures& motor)
-{
-    if (std::isnan(motor.dynamicLoad))
-        return u"la carga no se puede calcular"_s;
-    switch (motor.verdict) {
-    case Figures::Verdict::StaticOverload:
-        return u"EXCESO ESTÁTICO"_s;
-    case Figures::Verdict::DynamicOverload:
-        return u"EXCESO DINÁMICO"_s;
-    case Figures::Verdict::Fits:
-        break;
-    }
-    return u"OK"_s;
 }
 
 QString describeResult(const Figures& figures)
@@ -58,7 +38,7 @@ QString describeMotor(const Figures::MotorFigures& motor)
 {
     return u" Motor "_s + motor.title + u" en "_s + motor.position + u": "_s + kilograms(motor.atPoint)
            + u", dinámica "_s + kilograms(motor.dynamicLoad) + u" de "_s + kilograms(motor.capacity) + u", "_s
-           + verdictOf(motor) + u'.';
+           + ItemText::verdict(motor.verdict, motor.dynamicLoad) + u'.';
 }
 
 /// What the segments of one array come to.
